@@ -1,0 +1,132 @@
+// The crossing and the recorder.
+#include "Watch.h"
+
+#include <algorithm>
+
+namespace standin {
+
+namespace {
+
+Watch* g_watch = nullptr;
+int g_depth = 0;
+
+void BusyWait(double microseconds) {
+    LARGE_INTEGER frequency, start, now;
+    QueryPerformanceFrequency(&frequency);
+    QueryPerformanceCounter(&start);
+    const auto ticks = static_cast<LONGLONG>(microseconds * static_cast<double>(frequency.QuadPart) / 1e6);
+    do {
+        QueryPerformanceCounter(&now);
+    } while (now.QuadPart - start.QuadPart < ticks);
+}
+
+std::string Utf8(const std::wstring& text) {
+    const int size = WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), nullptr, 0,
+                                         nullptr, nullptr);
+    std::string narrow(static_cast<std::size_t>(size), '\0');
+    WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), narrow.data(), size, nullptr,
+                        nullptr);
+    return narrow;
+}
+
+std::wstring Hexadecimal(HRESULT status) {
+    wchar_t text[9];
+    swprintf(text, std::size(text), L"%08lx", static_cast<unsigned long>(status));
+    return text;
+}
+
+} // namespace
+
+const wchar_t* SideName(Side side) {
+    static constexpr std::array<const wchar_t*, kSideCount> names{L"FM", L"Outlook", L"MAPI"};
+    return names[static_cast<std::size_t>(side)];
+}
+
+Watch* CurrentWatch() {
+    return g_watch;
+}
+
+void SetCurrentWatch(Watch* watch) {
+    g_watch = watch;
+}
+
+Crossing::Crossing(Side side, const wchar_t* interfaceName, const wchar_t* member)
+    : m_side(side), m_interfaceName(interfaceName), m_member(member), m_outermost(g_depth++ == 0) {
+    if (m_outermost && g_watch) {
+        m_planned = m_status = g_watch->Begin(side, interfaceName, member);
+    }
+}
+
+Crossing::~Crossing() {
+    --g_depth;
+    if (m_outermost && g_watch) {
+        g_watch->End(m_side, m_interfaceName, m_member, m_status);
+    }
+}
+
+Recorder::~Recorder() {
+    StopTrace();
+}
+
+void Recorder::Reset() {
+    m_calls.fill(0);
+    m_callsToFailure = 0;
+    m_hasFailed = false;
+    m_lines.clear();
+    m_violations.clear();
+}
+
+void Recorder::FailCall(std::uint64_t number, HRESULT status, std::vector<Side> sides) {
+    m_failSide.fill(false);
+    for (const Side side : sides) {
+        m_failSide[static_cast<std::size_t>(side)] = true;
+    }
+    m_callsToFailure = number;
+    m_failure = status;
+    m_hasFailed = false;
+}
+
+bool Recorder::StartTrace(const std::wstring& path) {
+    StopTrace();
+    m_trace = _wfopen(path.c_str(), L"wb");
+    return m_trace != nullptr;
+}
+
+void Recorder::StopTrace() {
+    if (m_trace) {
+        std::fclose(m_trace);
+        m_trace = nullptr;
+    }
+}
+
+HRESULT Recorder::Begin(Side side, const wchar_t*, const wchar_t*) {
+    const auto index = static_cast<std::size_t>(side);
+    ++m_calls[index];
+    if (m_roundTrip > 0 && side != Side::FileMaker) {
+        BusyWait(m_roundTrip);
+    }
+    if (m_callsToFailure != 0 && m_failSide[index] && --m_callsToFailure == 0) {
+        m_hasFailed = true;
+        return m_failure;
+    }
+    return S_OK;
+}
+
+void Recorder::End(Side side, const wchar_t* interfaceName, const wchar_t* member, HRESULT status) {
+    if (m_trace) {
+        const std::wstring line = std::wstring(SideName(side)) + L'\t' + interfaceName + L'\t' + member + L'\t' +
+                                  Hexadecimal(status) + L'\n';
+        const std::string narrow = Utf8(line);
+        std::fwrite(narrow.data(), 1, narrow.size(), m_trace);
+    }
+    if (m_keepLines) {
+        m_lines.push_back(std::wstring(SideName(side)) + L' ' + interfaceName + L"::" + member + L' ' +
+                          Hexadecimal(status));
+    }
+}
+
+void Recorder::Violation(const std::wstring& text) {
+    m_violations.push_back(text);
+}
+
+} // namespace standin

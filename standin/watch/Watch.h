@@ -1,0 +1,127 @@
+// Watching and failing: what a stand-in tells of each call that crosses into it, and how the call can be
+// made to fail. Knows nothing of what the stand-ins stand in for.
+#pragma once
+
+#include <windows.h>
+
+#include <array>
+#include <cstdint>
+#include <cstdio>
+#include <string>
+#include <vector>
+
+namespace standin {
+
+/// The three sides that a plug-in calls into.
+enum class Side { FileMaker, Outlook, Mapi };
+inline constexpr std::size_t kSideCount = 3;
+
+/// The word for a side in traces and counts.
+const wchar_t* SideName(Side side);
+
+/// Watches calls. The program that hosts the plug-in owns one and hands its address to every stand-in library, so
+/// that one trace holds all sides in order. All calls arrive on one thread.
+class Watch {
+  public:
+    virtual ~Watch() = default;
+
+    /// A call from outside begins. Gives the status that it is to answer at once instead of running; S_OK: it runs.
+    virtual HRESULT Begin(Side side, const wchar_t* interfaceName, const wchar_t* member) = 0;
+    /// The call that began last ends with this status.
+    virtual void End(Side side, const wchar_t* interfaceName, const wchar_t* member, HRESULT status) = 0;
+    /// A caller broke the platform's rules in a way that the platform answers with memory corruption and not with a
+    /// status: a buffer freed twice, an object used after its last release.
+    virtual void Violation(const std::wstring& text) = 0;
+};
+
+/// The watch of this library's calls, null while nobody watches. Each library has its own.
+Watch* CurrentWatch();
+void SetCurrentWatch(Watch* watch);
+
+/// One call that crosses into a stand-in, for the time it lasts. Calls that the stand-in makes of itself while a
+/// call from outside is under way are part of that call: they are neither counted nor traced, nor can they fail.
+///
+///     HRESULT Message::SaveChanges(ULONG flags) {
+///         Crossing call(Side::Mapi, L"IMessage", L"SaveChanges");
+///         if (call.Fails()) return call.Status();
+///         return call.Return(Save(flags));
+///     }
+class Crossing {
+  public:
+    Crossing(Side side, const wchar_t* interfaceName, const wchar_t* member);
+    ~Crossing();
+    Crossing(const Crossing&) = delete;
+    Crossing& operator=(const Crossing&) = delete;
+
+    /// Whether the call is to fail by plan. Status() is then the status to answer.
+    bool Fails() const { return m_planned != S_OK; }
+    HRESULT Status() const { return m_planned; }
+    /// Notes the status for the trace and gives it back.
+    HRESULT Return(HRESULT status) { return m_status = status; }
+
+  private:
+    Side m_side;
+    const wchar_t* m_interfaceName;
+    const wchar_t* m_member;
+    bool m_outermost;
+    HRESULT m_planned = S_OK;
+    HRESULT m_status = S_OK;
+};
+
+/// Counts objects of one sort that are alive: a member of each object.
+///
+///     class Message { LiveCount m_alive{g_liveMessages}; };
+class LiveCount {
+  public:
+    explicit LiveCount(std::int64_t& counter) : m_counter(counter) { ++m_counter; }
+    LiveCount(const LiveCount& other) : m_counter(other.m_counter) { ++m_counter; }
+    LiveCount& operator=(const LiveCount&) = delete;
+    ~LiveCount() { --m_counter; }
+
+  private:
+    std::int64_t& m_counter;
+};
+
+/// The watch that hosting programs use: counts, writes a trace, plans failures, collects violations.
+class Recorder final : public Watch {
+  public:
+    ~Recorder() override;
+
+    /// Forgets counts and violations; a planned failure is cancelled.
+    void Reset();
+    std::uint64_t Calls(Side side) const { return m_calls[static_cast<std::size_t>(side)]; }
+    const std::vector<std::wstring>& Violations() const { return m_violations; }
+
+    /// Of the calls on these sides from now on, the `number`-th (from 1) answers `status`.
+    void FailCall(std::uint64_t number, HRESULT status, std::vector<Side> sides);
+    /// Whether the planned failure has come to pass.
+    bool HasFailed() const { return m_hasFailed; }
+
+    /// Every call from now on takes at least this long, as it does where Outlook is another process.
+    void SetRoundTrip(double microseconds) { m_roundTrip = microseconds; }
+
+    /// Writes a line per call to the file (UTF-8): side, interface, member, status in hexadecimal, tabs between.
+    bool StartTrace(const std::wstring& path);
+    void StopTrace();
+    /// Keeps the lines in memory for a test; Lines() gives them as "MAPI IMessage::SaveChanges 00000000".
+    void KeepLines(bool keep) { m_keepLines = keep; }
+    const std::vector<std::wstring>& Lines() const { return m_lines; }
+
+    HRESULT Begin(Side side, const wchar_t* interfaceName, const wchar_t* member) override;
+    void End(Side side, const wchar_t* interfaceName, const wchar_t* member, HRESULT status) override;
+    void Violation(const std::wstring& text) override;
+
+  private:
+    std::array<std::uint64_t, kSideCount> m_calls{};
+    std::array<bool, kSideCount> m_failSide{};
+    std::uint64_t m_callsToFailure = 0; // 0: none planned
+    HRESULT m_failure = S_OK;
+    bool m_hasFailed = false;
+    double m_roundTrip = 0;
+    std::FILE* m_trace = nullptr;
+    bool m_keepLines = false;
+    std::vector<std::wstring> m_lines;
+    std::vector<std::wstring> m_violations;
+};
+
+} // namespace standin
