@@ -1,0 +1,60 @@
+// Property tags that the platform's mapitags.h doesn't have ([MS-OXPROPS]), and the property sets of named
+// ones.
+#pragma once
+
+#include "standin/mailbox/Property.h"
+
+namespace standin::mailbox {
+
+// Messages.
+inline constexpr PropertyTag kPrMessageCodepage = PROP_TAG(PT_LONG, 0x3FFD);
+inline constexpr PropertyTag kPrInternetCodepage = PROP_TAG(PT_LONG, 0x3FDE);
+inline constexpr PropertyTag kPrMessageLocaleId = PROP_TAG(PT_LONG, 0x3FF1);
+inline constexpr PropertyTag kPrInternetMessageId = PROP_TAG(PT_UNICODE, 0x1035);
+inline constexpr PropertyTag kPrHtml = PROP_TAG(PT_BINARY, 0x1013);
+inline constexpr PropertyTag kPrBodyHtml = PROP_TAG(PT_UNICODE, 0x1013);
+inline constexpr PropertyTag kPrIconIndex = PROP_TAG(PT_LONG, 0x1080);
+inline constexpr PropertyTag kPrLastModifierName = PROP_TAG(PT_UNICODE, 0x3FFA);
+inline constexpr PropertyTag kPrLastModifierEntryId = PROP_TAG(PT_BINARY, 0x3FFB);
+inline constexpr PropertyTag kPrCreatorName = PROP_TAG(PT_UNICODE, 0x3FF8);
+inline constexpr PropertyTag kPrCreatorEntryId = PROP_TAG(PT_BINARY, 0x3FF9);
+inline constexpr PropertyTag kPrChangeKey = PROP_TAG(PT_BINARY, 0x65E2);
+inline constexpr PropertyTag kPrHasNamedProperties = PROP_TAG(PT_BOOLEAN, 0x664A);
+inline constexpr PropertyTag kPrInternetArticleNumber = PROP_TAG(PT_LONG, 0x0E23);
+inline constexpr PropertyTag kPrSenderSmtpAddress = PROP_TAG(PT_UNICODE, 0x5D01);
+inline constexpr PropertyTag kPrSentRepresentingSmtpAddress = PROP_TAG(PT_UNICODE, 0x5D02);
+inline constexpr PropertyTag kPrReceivedBySmtpAddress = PROP_TAG(PT_UNICODE, 0x5D07);
+inline constexpr PropertyTag kPrReceivedRepresentingSmtpAddress = PROP_TAG(PT_UNICODE, 0x5D08);
+
+// Recipients and address book entries.
+inline constexpr PropertyTag kPrSmtpAddress = PROP_TAG(PT_UNICODE, 0x39FE);
+inline constexpr PropertyTag kPrDisplayTypeEx = PROP_TAG(PT_LONG, 0x3905);
+inline constexpr PropertyTag kPrRecipientFlags = PROP_TAG(PT_LONG, 0x5FFD);
+inline constexpr PropertyTag kPrRecipientDisplayName = PROP_TAG(PT_UNICODE, 0x5FF6);
+inline constexpr PropertyTag kPrRecipientEntryId = PROP_TAG(PT_BINARY, 0x5FF7);
+inline constexpr PropertyTag kPrRecipientTrackStatus = PROP_TAG(PT_LONG, 0x5FFF);
+inline constexpr PropertyTag kPrEmsProxyAddresses = PROP_TAG(PT_MV_UNICODE, 0x800F);
+
+// Attachments.
+inline constexpr PropertyTag kPrAttachContentId = PROP_TAG(PT_UNICODE, 0x3712);
+inline constexpr PropertyTag kPrAttachContentLocation = PROP_TAG(PT_UNICODE, 0x3713);
+inline constexpr PropertyTag kPrAttachFlags = PROP_TAG(PT_LONG, 0x3714);
+inline constexpr PropertyTag kPrAttachmentHidden = PROP_TAG(PT_BOOLEAN, 0x7FFE);
+inline constexpr PropertyTag kPrAttachMimeTag = PROP_TAG(PT_UNICODE, 0x370E);
+
+// Folders and stores.
+inline constexpr PropertyTag kPrMailboxOwnerName = PROP_TAG(PT_UNICODE, 0x661C);
+inline constexpr PropertyTag kPrMailboxOwnerEntryId = PROP_TAG(PT_BINARY, 0x661B);
+inline constexpr PropertyTag kPrUserName = PROP_TAG(PT_UNICODE, 0x661A);
+inline constexpr PropertyTag kPrUserEntryId = PROP_TAG(PT_BINARY, 0x6619);
+inline constexpr PropertyTag kPrIpmPublicFoldersEntryId = PROP_TAG(PT_BINARY, 0x6631);
+inline constexpr PropertyTag kPrIpmAppointmentEntryId = PROP_TAG(PT_BINARY, 0x36D0);
+inline constexpr PropertyTag kPrIpmContactEntryId = PROP_TAG(PT_BINARY, 0x36D1);
+inline constexpr PropertyTag kPrIpmJournalEntryId = PROP_TAG(PT_BINARY, 0x36D2);
+inline constexpr PropertyTag kPrIpmNoteEntryId = PROP_TAG(PT_BINARY, 0x36D3);
+inline constexpr PropertyTag kPrIpmTaskEntryId = PROP_TAG(PT_BINARY, 0x36D4);
+inline constexpr PropertyTag kPrIpmDraftsEntryId = PROP_TAG(PT_BINARY, 0x36D7);
+inline constexpr PropertyTag kPrAdditionalRenEntryIds = PROP_TAG(PT_MV_BINARY, 0x36D8);
+inline constexpr PropertyTag kPrDeletedMessageCount = PROP_TAG(PT_LONG, 0x6640);
+
+} // namespace standin::mailbox
