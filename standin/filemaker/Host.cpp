@@ -163,9 +163,10 @@ ParameterBlock Host::Plugin::Send(ParameterBlock block) {
 }
 
 std::int64_t Host::Plugin::Init(std::int16_t version) {
-    m_initialised = true;
-    return static_cast<std::int64_t>(
+    const auto result = static_cast<std::int64_t>(
         Send({.version = version, .whichCall = static_cast<std::uint8_t>(Message::Init)}).result);
+    m_initialised = m_initialised || result >= 0;
+    return result;
 }
 
 void Host::Plugin::Shutdown() {

@@ -55,7 +55,8 @@ private:
 };
 
 /// Hosts one plug-in. While it lives, the watch is told of every call that the plug-in makes into FileMaker
-/// and into Outlook or MAPI. Its end sends Shutdown if that is still due and unloads the plug-in.
+/// and into Outlook or MAPI. Its end sends Shutdown, if Init was accepted and
+/// it is still due, and unloads the plug-in.
 class Host {
 public:
     explicit Host(Watch& watch);
@@ -66,7 +67,8 @@ public:
     /// Gives why the plug-in could not be loaded; an empty text when it is loaded.
     [[nodiscard]] std::wstring Load(const std::wstring& file);
 
-    /// The result as it stands in the parameter block, all 64 bits.
+    /// The result as it stands in the parameter block, all 64 bits; a negative one refuses to work with this
+    /// host.
     std::int64_t Init(std::int16_t version = kInterfaceVersion);
     void Shutdown();
     void Idle(std::uint8_t level);
