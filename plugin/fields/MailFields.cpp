@@ -1,0 +1,222 @@
+// The field vocabulary of a mail. The sender's fields stand in SenderFields.cpp.
+#include "MailFields.h"
+
+#include "SenderFields.h"
+
+#include "frame/ErrorCodes.h"
+#include "frame/Text.h"
+#include "mapi/Tags.h"
+#include "session/COutlookFuncs.h"
+#include "session/Operation.h"
+
+#include <array>
+
+namespace varden {
+
+namespace {
+
+constexpr long kFormatHtml = 2;
+constexpr long kFormatRichText = 3;
+
+constexpr std::array kBodyFormatByLetter{EnumLetter{L'H', 2}, EnumLetter{L'P', 1}, EnumLetter{L'R', 3},
+                                         EnumLetter{L'U', 0}};
+constexpr EnumChoice kBodyFormatLetters{kBodyFormatByLetter, {}};
+
+/// The colours: clear, purple, orange, green, yellow, blue, red.
+constexpr std::array kFlagIconByLetter{EnumLetter{L'C', 0}, EnumLetter{L'P', 1}, EnumLetter{L'O', 2},
+                                       EnumLetter{L'G', 3}, EnumLetter{L'Y', 4}, EnumLetter{L'B', 5},
+                                       EnumLetter{L'R', 6}};
+constexpr EnumChoice kFlagIconLetters{kFlagIconByLetter, {}};
+
+constexpr long kFlagMarked = 2;
+
+bool Refuse(std::int32_t code) {
+    Fail(code);
+    return false;
+}
+
+mapi::PropertyUnion LongProperty(long number) {
+    mapi::PropertyUnion value{};
+    value.l = number;
+    return value;
+}
+
+bool IsOutlook10(const FieldContext& context) {
+    return context.engine.ApplicationObject().Version().starts_with(L"10");
+}
+
+bool SetRecipients(const FieldContext& context, const FieldRow& row, const std::wstring& data) {
+    context.item.PutProperty(row.set.member, outlook::TextValue(Replaced(data, L',', L';')));
+    return true;
+}
+
+/// Line ends become line feeds: first every pair of carriage return and line feed, then every carriage return
+/// left.
+std::wstring WithLineFeeds(const std::wstring& text) {
+    std::wstring result;
+    result.reserve(text.size());
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const bool isPair = text[i] == L'\r' && i + 1 < text.size() && text[i + 1] == L'\n';
+        if (!isPair) {
+            result += text[i] == L'\r' ? L'\n' : text[i];
+        }
+    }
+    return result;
+}
+
+std::wstring GetBody(const FieldContext& context, const FieldRow&) {
+    mapi::PropertyBlock block;
+    if (SUCCEEDED(context.engine.mapi_GetOneProp(mapi::tag::kBody, block, context.message))) {
+        return WithLineFeeds(block.AsText());
+    }
+    std::wstring text;
+    return context.engine.mapi_GetTextField(mapi::tag::kBody, text, context.message)
+               ? text
+               : Fail(error::kMapi, text);
+}
+
+bool SetBody(const FieldContext& context, const FieldRow&, const std::wstring& data) {
+    context.item.PutProperty(L"Body", outlook::TextValue(data));
+    if (IsOutlook10(context)) {
+        context.item.PutProperty(L"BodyFormat", outlook::LongValue(kFormatRichText));
+    }
+    return true;
+}
+
+/// From Outlook 11 on the value isn't even looked at.
+bool SetBodyFormat(const FieldContext& context, const FieldRow&, const std::wstring& data) {
+    if (!IsOutlook10(context)) {
+        return true;
+    }
+    const auto format = Choose(data, kBodyFormatLetters);
+    if (!format) {
+        return Refuse(error::kFieldValue);
+    }
+    context.item.PutProperty(L"BodyFormat", outlook::LongValue(*format));
+    return true;
+}
+
+bool SetHtmlBody(const FieldContext& context, const FieldRow&, const std::wstring& data) {
+    context.item.PutProperty(L"Body", outlook::TextValue(L" "));
+    context.item.PutProperty(L"HTMLBody", outlook::TextValue(data));
+    // Anywhere in the version: a build number that holds "10" is enough.
+    if (context.engine.ApplicationObject().Version().find(L"10") != std::wstring::npos) {
+        context.item.PutProperty(L"BodyFormat", outlook::LongValue(kFormatHtml));
+    }
+    return true;
+}
+
+/// The text, or, where it can't be read, the reason: a failure is no error here.
+std::wstring GetRtfBody(const FieldContext& context, const FieldRow& row) {
+    std::wstring text;
+    context.engine.mapi_GetBinaryField(row.get.tag, text, context.message);
+    return text;
+}
+
+std::wstring GetInFolder(const FieldContext& context, const FieldRow&) {
+    return context.engine.CurrentFolder().Name();
+}
+
+/// A number, unlike the letters by which it is written.
+std::wstring GetFlagIcon(const FieldContext& context, const FieldRow&) {
+    mapi::PropertyBlock block;
+    if (FAILED(context.engine.mapi_GetOneProp(mapi::tag::kFlagIcon, block, context.message))) {
+        return L"None";
+    }
+    if (const long icon = block.AsLong().value_or(0); icon != 0) {
+        return FormatText(L"%ld", icon);
+    }
+    const std::wstring status = WordFor(context.item.GetLong(L"FlagStatus"), kFlagStatusWords);
+    return status == L"Complete" ? status : std::wstring();
+}
+
+/// Marks the item, whatever the letter: one that stands for no colour gives none.
+bool SetFlagIcon(const FieldContext& context, const FieldRow&, const std::wstring& data) {
+    context.engine.mapi_SetOneProp(mapi::tag::kFlagStatus, LongProperty(kFlagMarked), context.message);
+    const long icon = Choose(data, kFlagIconLetters).value_or(0);
+    context.engine.mapi_SetOneProp(mapi::tag::kFlagIcon, LongProperty(icon), context.message);
+    context.item.Call(L"Save");
+    return true;
+}
+
+bool SetFlagStatus(const FieldContext& context, const FieldRow&, const std::wstring& data) {
+    const auto status = Choose(data, kFlagStatusLetters);
+    if (!status) {
+        return Refuse(error::kFieldValue);
+    }
+    context.item.PutProperty(L"FlagStatus", outlook::LongValue(*status));
+    context.item.Call(L"Save");
+    if (*status < kFlagMarked) {
+        context.engine.mapi_SetOneProp(mapi::tag::kFlagIcon, LongProperty(*status), context.message);
+    }
+    return true;
+}
+
+constexpr FieldSet kRefused = set::refused(error::kFieldValue);
+
+constexpr FieldGet RtfBody() {
+    FieldGet row = get::special(GetRtfBody);
+    row.tag = mapi::tag::kRtfCompressed;
+    return row;
+}
+
+// To, Cc, Bcc, the sender's names, the dates and the header are read by the fields that all kinds have in
+// common.
+constexpr std::array kMailFields{
+    FieldRow{L"Header", get::unknownName, kRefused},
+    FieldRow{L"Received Time", get::unknownName, kRefused},
+    FieldRow{L"RTF Body", RtfBody(), kRefused},
+    FieldRow{L"Sent On", get::unknownName, kRefused},
+    FieldRow{L"Auto Forwarded", get::boolean(L"AutoForwarded"), set::flagT(L"AutoForwarded")},
+    FieldRow{L"Bcc", get::unknownName, set::special(SetRecipients, L"BCC")},
+    FieldRow{L"Billing Information", get::text(L"BillingInformation"), set::text(L"BillingInformation")},
+    FieldRow{L"Body", get::special(GetBody), set::special(SetBody)},
+    FieldRow{L"Body Format", get::words(L"BodyFormat", kBodyFormatWords), set::special(SetBodyFormat)},
+    FieldRow{L"Categories", get::text(L"Categories"), set::text(L"Categories")},
+    FieldRow{L"Cc", get::unknownName, set::special(SetRecipients, L"CC")},
+    FieldRow{L"Conversation Index", get::text(L"ConversationIndex"), set::readOnly},
+    FieldRow{L"Conversation Topic", get::text(L"ConversationTopic"), set::readOnly},
+    FieldRow{L"Defer Until", get::date(L"DeferredDeliveryTime"), set::date(L"DeferredDeliveryTime")},
+    FieldRow{L"Expires", get::date(L"ExpiryTime"), set::date(L"ExpiryTime")},
+    FieldRow{L"Flag Icon", get::special(GetFlagIcon), set::special(SetFlagIcon)},
+    FieldRow{L"Flag Status", get::words(L"FlagStatus", kFlagStatusWords), set::special(SetFlagStatus)},
+    FieldRow{L"Form Name", get::text(L"MessageClass"), set::text(L"MessageClass")},
+    FieldRow{L"From", get::unknownName, set::special(SetFrom)},
+    FieldRow{L"HTML Body", get::text(L"HTMLBody"), set::special(SetHtmlBody)},
+    FieldRow{L"ID", get::text(L"EntryID"), set::readOnly},
+    FieldRow{L"Importance", get::words(L"Importance", kImportanceWords),
+             set::choice(L"Importance", kImportanceLetters)},
+    FieldRow{L"In Folder", get::special(GetInFolder), set::readOnly},
+    FieldRow{L"Message Class", get::text(L"MessageClass"), set::unknownName},
+    FieldRow{L"Mileage", get::text(L"Mileage"), set::text(L"Mileage")},
+    FieldRow{L"Originator Delivery Requested", get::boolean(L"OriginatorDeliveryReportRequested"),
+             set::flagT(L"OriginatorDeliveryReportRequested")},
+    FieldRow{L"Receipt Requested", get::boolean(L"ReadReceiptRequested"),
+             set::flagT(L"ReadReceiptRequested")},
+    FieldRow{L"Remote Status", get::words(L"RemoteStatus", kRemoteStatusWords),
+             set::choice(L"RemoteStatus", kRemoteStatusChoice)},
+    FieldRow{L"Send On Behalf Of", get::unknownName, set::special(SetSendOnBehalfOf)},
+    FieldRow{L"Sensitivity", get::words(L"Sensitivity", kSensitivityWords),
+             set::choice(L"Sensitivity", kSensitivityLetters)},
+    FieldRow{L"Size", get::integer(L"Size"), set::readOnly},
+    FieldRow{L"Subject", get::text(L"Subject"), set::text(L"Subject")},
+    FieldRow{L"To", get::unknownName, set::special(SetRecipients, L"To")},
+    FieldRow{L"Unread", get::boolean(L"UnRead"), set::readOnly},
+    FieldRow{L"Voting Response", get::text(L"VotingResponse"), set::text(L"VotingResponse")},
+};
+
+constexpr Vocabulary kMail{
+    .getterName = L"GetMailFieldData",
+    .setterName = L"SetMailField",
+    .fields = kMailFields,
+    .hasToDoFields = true,
+    .tellsFields = true,
+};
+
+} // namespace
+
+const Vocabulary& MailVocabulary() {
+    return kMail;
+}
+
+} // namespace varden

@@ -1,0 +1,152 @@
+// Owners of what MAPI hands out: interfaces, memory blocks, row sets, address lists.
+#pragma once
+
+#include "MapiLibrary.h"
+
+#include <cstddef>
+#include <cstring>
+#include <memory>
+#include <new>
+#include <span>
+#include <utility>
+
+namespace varden::mapi {
+
+/// A reference on a MAPI interface. Using an empty one raises Unavailable.
+template <typename T>
+class Pointer {
+public:
+    Pointer() = default;
+    Pointer(std::nullptr_t) {}
+    Pointer(const Pointer& other) : m_object(other.m_object) {
+        if (m_object) {
+            m_object->AddRef();
+        }
+    }
+    Pointer(Pointer&& other) noexcept : m_object(std::exchange(other.m_object, nullptr)) {}
+    ~Pointer() { Release(); }
+    Pointer& operator=(Pointer other) noexcept {
+        std::swap(m_object, other.m_object);
+        return *this;
+    }
+
+    explicit operator bool() const { return m_object != nullptr; }
+    T* Get() const { return m_object; }
+    T* operator->() const { return &Required(); }
+    T& Required() const {
+        if (!m_object) {
+            throw Unavailable("no MAPI object");
+        }
+        return *m_object;
+    }
+
+    void Release() {
+        if (T* object = std::exchange(m_object, nullptr)) {
+            object->Release();
+        }
+    }
+    /// For an operation that hands out a reference; what was held is released first.
+    T** Out() {
+        Release();
+        return &m_object;
+    }
+    template <typename Other>
+    Other** OutAs() {
+        Release();
+        return reinterpret_cast<Other**>(&m_object);
+    }
+    /// Asks `object` for the interface; what was held is released first.
+    HRESULT Query(IUnknown* object, const IID& iid) {
+        Release();
+        return object ? object->QueryInterface(iid, reinterpret_cast<void**>(&m_object)) : E_POINTER;
+    }
+
+private:
+    T* m_object = nullptr;
+};
+
+/// A block of MAPIAllocateBuffer, with all that hangs on it.
+struct FreeBlock {
+    void operator()(void* block) const { FreeBuffer(block); }
+};
+template <typename T>
+using Block = std::unique_ptr<T, FreeBlock>;
+
+/// For an operation that hands out a block: Out(block) in the argument list.
+template <typename T>
+class BlockOut {
+public:
+    explicit BlockOut(Block<T>& block) : m_block(block) {}
+    ~BlockOut() { m_block.reset(m_pointer); }
+    BlockOut(const BlockOut&) = delete;
+    BlockOut& operator=(const BlockOut&) = delete;
+    operator T**() { return &m_pointer; }
+
+private:
+    Block<T>& m_block;
+    T* m_pointer = nullptr;
+};
+template <typename T>
+BlockOut<T> Out(Block<T>& block) {
+    return BlockOut<T>(block);
+}
+
+/// Zeroed memory of `bytes` bytes, at least a T; raises std::bad_alloc.
+template <typename T>
+Block<T> AllocateBlock(std::size_t bytes = sizeof(T)) {
+    void* memory = nullptr;
+    if (FAILED(AllocateBuffer(static_cast<ULONG>(bytes), &memory))) {
+        throw std::bad_alloc();
+    }
+    std::memset(memory, 0, bytes);
+    return Block<T>(static_cast<T*>(memory));
+}
+
+/// Memory that lives as long as `parent`; raises std::bad_alloc.
+template <typename T>
+T* AllocateIn(void* parent, std::size_t bytes = sizeof(T)) {
+    void* memory = nullptr;
+    if (FAILED(AllocateMore(static_cast<ULONG>(bytes), parent, &memory))) {
+        throw std::bad_alloc();
+    }
+    std::memset(memory, 0, bytes);
+    return static_cast<T*>(memory);
+}
+
+/// The rows of a table query.
+class RowSet {
+public:
+    RowSet() = default;
+    ~RowSet() { Free(); }
+    RowSet(const RowSet&) = delete;
+    RowSet& operator=(const RowSet&) = delete;
+
+    LPSRowSet* Out() {
+        Free();
+        return &m_rows;
+    }
+    bool IsPresent() const { return m_rows != nullptr; }
+    std::span<SRow> Rows() const {
+        return m_rows ? std::span(m_rows->aRow, m_rows->cRows) : std::span<SRow>();
+    }
+    void Free() {
+        if (LPSRowSet rows = std::exchange(m_rows, nullptr)) {
+            FreeRows(rows);
+        }
+    }
+
+private:
+    LPSRowSet m_rows = nullptr;
+};
+
+/// A list of addresses, each entry with a property array of its own.
+struct FreeAddresses {
+    void operator()(ADRLIST* list) const { FreeAddressList(list); }
+};
+using AddressList = std::unique_ptr<ADRLIST, FreeAddresses>;
+
+/// A list of one entry with one text property, its display name. The list and the entry's properties are
+/// blocks, as ResolveName wants them, which replaces the properties. Raises std::bad_alloc.
+AddressList MakeNameList(const std::wstring& displayName);
+
+} // namespace varden::mapi

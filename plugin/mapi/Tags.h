@@ -1,0 +1,33 @@
+// The property tags that the engine uses by number ([MS-OXPROPS]).
+#pragma once
+
+#include <windows.h>
+
+namespace varden::mapi::tag {
+
+inline constexpr ULONG kSensitivity = 0x00360003;
+inline constexpr ULONG kSubject = 0x0037001F;
+inline constexpr ULONG kSentRepresentingSearchKey = 0x003B0102;
+inline constexpr ULONG kSentRepresentingEntryId = 0x00410102;
+inline constexpr ULONG kSentRepresentingName = 0x0042001F;
+inline constexpr ULONG kSentRepresentingAddressType = 0x0064001F;
+inline constexpr ULONG kSentRepresentingEmailAddress = 0x0065001F;
+inline constexpr ULONG kRecipientType = 0x0C150003;
+inline constexpr ULONG kSenderEntryId = 0x0C190102;
+inline constexpr ULONG kSenderName = 0x0C1A001F;
+inline constexpr ULONG kSenderSearchKey = 0x0C1D0102;
+inline constexpr ULONG kSenderAddressType = 0x0C1E001F;
+inline constexpr ULONG kSenderEmailAddress = 0x0C1F001F;
+inline constexpr ULONG kEntryId = 0x0FFF0102;
+inline constexpr ULONG kBody = 0x1000001F;
+inline constexpr ULONG kRtfCompressed = 0x10090102;
+inline constexpr ULONG kHtml = 0x10130102;
+inline constexpr ULONG kFlagStatus = 0x10900003;
+inline constexpr ULONG kFlagIcon = 0x10950003;
+inline constexpr ULONG kDisplayName = 0x3001001F;
+inline constexpr ULONG kEmailAddress = 0x3003001F;
+inline constexpr ULONG kDefaultStore = 0x3400000B;
+inline constexpr ULONG kSmtpAddress = 0x39FE001F;
+inline constexpr ULONG kOrganizationEmailAddress = 0x403E001E;
+
+} // namespace varden::mapi::tag

@@ -1,0 +1,272 @@
+// The engine: one object that holds the session, the current folder and the current record, and whose
+// operations are the script functions.
+#pragma once
+
+#include "frame/LastError.h"
+#include "frame/Text.h"
+#include "mapi/Ownership.h"
+#include "mapi/PropertyBlock.h"
+#include "outlook/Objects.h"
+#include "records/ItemKind.h"
+
+#include <array>
+#include <cstdint>
+#include <ctime>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace varden {
+
+class Operation;
+
+/// How a property was written. A refusal, of a computed property or an invalid value, is passed over: the
+/// message is saved all the same.
+enum class Stored { Yes, Refused, No };
+
+/// Where OpenRecord takes the record from.
+enum class RecordSource { EntryId, SavedItem };
+
+/// Operations answer with a text: "0" for a change of state, an entry id for an operation that yields a
+/// record, "End" at the end of a walk, "!!ERROR!!" for a failure, whose reason is then in the last-error
+/// record. Without a session every operation fails with -1001; with one it clears the last error first. A COM
+/// failure that an operation doesn't name itself leaves it as _com_error.
+class COutlookFuncs {
+public:
+    COutlookFuncs() = default;
+    /// Logs off, then gives MAPI back, whether or not it was ever taken.
+    ~COutlookFuncs();
+    COutlookFuncs(const COutlookFuncs&) = delete;
+    COutlookFuncs& operator=(const COutlookFuncs&) = delete;
+
+    // Session (session/)
+
+    /// Starts or attaches to Outlook, logs on to the profile and takes the MAPI session.
+    std::wstring Authenticate(const ScriptText& profile, const ScriptText& password);
+    /// Application.Version as Outlook gives it; raises E_POINTER without a session.
+    std::wstring OutlookVersion();
+    /// The full logoff: record, folders, stores, Outlook's own logon.
+    void LogoffSession();
+    std::time_t m_tStart = 0; ///< when the plug-in started
+
+    // Folders (folders/)
+
+    std::wstring OpenRootFolder(const ScriptText& name);
+    std::wstring GetFirstRootFolder();
+    std::wstring GetNextRootFolder();
+    std::wstring OpenFolder(const ScriptText& path);
+    std::wstring CreateFolder(const ScriptText& path, const ScriptText& module);
+    std::wstring GetFirstFolder(const ScriptText& item);
+    std::wstring GetNextFolder();
+    std::wstring GetFolderID();
+    std::wstring GetFolderType();
+    std::wstring GetCurrentFolderName();
+    std::wstring GetDefaultFolderName(const ScriptText& word);
+    std::wstring OpenSharedFolder(const ScriptText& user, std::int32_t folder);
+
+    // Records (records/)
+
+    std::wstring NewRecord(const ScriptText& module);
+    std::wstring OpenRecord(const ScriptText& idOrPath, RecordSource source);
+    std::wstring GetFirstRecord();
+    std::wstring GetNextRecord();
+    std::wstring GetRecordCount();
+    std::wstring FilterApply(const std::wstring& filter);
+    /// Filters by last modification after a time stamp.
+    std::wstring Search(const std::wstring& timeStamp);
+    std::wstring SaveRecord(const ScriptText& option);
+    std::wstring DeleteRecord(const ScriptText& entryId, const ScriptText& permanent);
+    std::wstring DeleteCurrentRecord(bool permanent);
+    std::wstring DeleteAllRecords(bool excludePrivate, bool excludeDistLists);
+    std::wstring EmptyAllDeletedItems();
+    std::wstring MoveRecord(const ScriptText& path);
+    std::wstring Display(bool modal);
+    std::wstring ReplyToMessage(const ScriptText& entryId, const ScriptText& to, const ScriptText& cc,
+                                const ScriptText& bcc, const ScriptText& addedBody, bool keepAttachments);
+    std::wstring SaveRecordAsMSG(const ScriptText& path, const ScriptText& outlookType);
+
+    // Fields (fields/)
+
+    std::wstring SetFieldData(const ScriptText& fieldName, const ScriptText& fieldData);
+    std::wstring GetFieldData(const ScriptText& fieldName);
+    /// "0" when the field's present text equals the data, "1" when it doesn't or can't be read.
+    std::wstring VerifyFieldData(const ScriptText& fieldName, const ScriptText& verifyData);
+
+    // Mail in one call (mapi/)
+
+    std::wstring CreateMessage(const ScriptText& to, const ScriptText& cc, const ScriptText& bcc,
+                               const std::wstring& subject, const std::wstring& body,
+                               const std::vector<std::wstring>& attachments, bool useHtml);
+
+    // Below the object model (mapi/): single properties of a message. `message` may be null where a doc
+    // comment says so.
+
+    /// Finds the default store in the stores table and opens it.
+    HRESULT mapi_OpenDefaultMessageStore();
+    /// Writes one property and saves the message at once. A tag without type bits takes the stored type. The
+    /// text is one wide text, or, for a multi-valued tag, one with ";" between the elements. A refusal and a
+    /// failure are told by the last error too; most callers look at neither.
+    Stored mapi_SetOneProp(ULONG tag, const std::wstring& text, IMessage* message);
+    Stored mapi_SetOneProp(ULONG tag, const mapi::PropertyUnion& value, IMessage* message);
+    /// Reads one property. A tag without type bits reads whatever type is stored.
+    HRESULT mapi_GetOneProp(ULONG tag, mapi::PropertyBlock& block, IMAPIProp* message);
+    /// Reads a text of any length, without line feeds and without its last character. A missing property is
+    /// an empty text and a success. On failure `text` holds the reason; with a null message it stays as it
+    /// was.
+    bool mapi_GetTextField(ULONG tag, std::wstring& text, IMessage* message);
+    /// Reads a blob of the current message as hexadecimal text; compressed RTF as RTF, HTML as text. A
+    /// missing property is an empty text and a success. On failure `text` holds the reason.
+    bool mapi_GetBinaryField(ULONG tag, std::wstring& text, IMessage* message);
+    /// The sender's address as the address book has it: SMTP, or else in its own form.
+    HRESULT mapi_GetSenderEMailAddress(IMessage* message, std::wstring& text);
+    /// The addresses of the message's recipients of one kind, "To", "Cc" or "Bcc", with ", " between. On
+    /// failure the last error is set, and what was built so far stays in `fieldData`.
+    bool mapi_GetSMTPAddresses(const std::wstring& fieldName, std::wstring& fieldData, IMessage* message);
+
+    // What field code needs of the state.
+
+    const outlook::Application& ApplicationObject() const { return m_objApplication; }
+    const outlook::Folder& CurrentFolder() const { return m_objCurrentFolder; }
+    const mapi::Pointer<IMAPISession>& Session() const { return m_psession; }
+
+    // Recurrence (recurrence/)
+
+    std::wstring OpenRecurrencePattern();
+    std::wstring ClearRecurrencePattern();
+    std::wstring RPCloseRecurrencePattern(bool save);
+    std::wstring OpenRecurrenceOccurrence(const ScriptText& date);
+    std::wstring DeleteRecurrenceOccurrence(const ScriptText& date);
+    std::wstring RPCloseOccurrenceItem(bool save);
+    std::wstring GetRecurPatternExceptionCount();
+    std::wstring RPOpenFirstException();
+    std::wstring RPOpenNextException();
+    std::wstring RPOpenExceptionAt(std::int32_t index);
+    std::wstring RPEIGetPropertyCount();
+    std::wstring RPEIOpenPropertyAt(std::int32_t index);
+
+    // Extensions of items (extensions/)
+
+    std::wstring AddAttachment(const std::wstring& path, const std::wstring& name);
+    std::wstring GetAttachmentName(std::int32_t index, bool truncated);
+    std::wstring SaveAttachment(const ScriptText& path, std::int32_t index);
+    std::wstring GetAttachmentCount();
+    std::wstring GetAttachmentSize(std::int32_t index);
+    std::wstring SetCustonFieldData(const ScriptText& fieldName, const ScriptText& data,
+                                    const std::wstring& type);
+    std::wstring GetCustomFieldData(const ScriptText& fieldName);
+    std::wstring CreateCustomField(const ScriptText& fieldName, const ScriptText& type);
+    std::wstring AddOneOffDistListMember(const ScriptText& name, const ScriptText& address,
+                                         const ScriptText& type);
+    std::wstring AddDistListMember(const ScriptText& name);
+    std::wstring GALCount();
+    std::wstring GALGetField(const ScriptText& key, std::int32_t index);
+
+    // State, in the order in which it is destroyed last to first.
+
+private:
+    std::uint32_t m_lindex = 0;    ///< 1-based place of the current record in m_objItems, 0 before the first
+    std::int32_t m_lItemCount = 0; ///< Count of m_objItems when it was last set
+    std::int32_t m_nItemType = 0;  ///< item type of the current folder, or of the item that NewRecord makes
+    std::int32_t m_nFolderIndex = 0;     ///< 0-based place of the next entry of the folder list
+    std::int32_t m_nRootFolderIndex = 0; ///< 1-based place of the next root folder
+public:
+    bool m_bStoreOnline = false; ///< stores are opened online
+private:
+    outlook::Application m_objApplication;
+
+    // At most one of these is set, but for the document: see ReleaseItems.
+    outlook::Reference m_objAppointmentItem{outlook::kAppointmentItem};
+    outlook::Reference m_objContactItem{outlook::kContactItem};
+    outlook::Reference m_objDistListItem{outlook::kDistListItem};
+    outlook::Reference m_objDocumentItem{outlook::kDocumentItem};
+    outlook::Reference m_objJournalItem{outlook::kJournalItem};
+    outlook::Reference m_objMailItem{outlook::kMailItem};
+    outlook::Reference m_objMeetingItem{outlook::kMeetingItem};
+    outlook::Reference m_objNoteItem{outlook::kNoteItem};
+    outlook::Reference m_objPostItem{outlook::kPostItem};
+    outlook::Reference m_objRemoteItem{outlook::kRemoteItem};
+    outlook::Reference m_objReportItem{outlook::kReportItem};
+    outlook::Reference m_objSharingItem{outlook::kSharingItem};
+    outlook::Reference m_objStorageItem{outlook::kStorageItem};
+    outlook::Reference m_objTaskItem{outlook::kTaskItem};
+    outlook::Reference m_objTaskRequestAcceptItem{outlook::kTaskRequestAcceptItem};
+    outlook::Reference m_objTaskRequestDeclineItem{outlook::kTaskRequestDeclineItem};
+    outlook::Reference m_objTaskRequestItem{outlook::kTaskRequestItem};
+    outlook::Reference m_objTaskRequestUpdateItem{outlook::kTaskRequestUpdateItem};
+
+    outlook::NameSpace m_objNamespace;
+    outlook::Items m_objItems; ///< the current folder's items, possibly restricted
+    outlook::Folder m_objCurrentFolder;
+    outlook::Folder m_objRootFolder; ///< base of absolute paths
+    IDispatchPtr m_objCurrentItem;   ///< the current record, of whichever kind
+    std::wstring m_strFilter;        ///< what GetFirstRecord applies, empty for none
+    std::wstring m_strDefaultRootName;
+    std::wstring m_strPublicRootName; ///< empty where there are no public folders
+    std::vector<std::wstring> m_aFolderPaths;
+    std::vector<std::wstring> m_aFolderIDs; ///< parallel to m_aFolderPaths
+    mapi::Pointer<IMAPITable> m_pStoresTable;
+    mapi::Pointer<IMAPIFolder> m_pMapiFolder; ///< MAPI view of the current folder
+    mapi::Pointer<IMsgStore> m_pMsgStore; ///< store of the root folder chosen by name, or the default store
+    mapi::Pointer<IMsgStore> m_pDefaultMsgStore;
+    mapi::Pointer<IMessage> m_pMessage; ///< MAPI view of the current record
+    mapi::Pointer<IMAPISession> m_psession;
+
+    // Session
+
+    bool HasSession() const { return m_objApplication && m_objNamespace; }
+    /// Whether there is a session. Clears the last error if so, and records that there is none otherwise.
+    bool BeginOperation();
+    std::wstring StartOutlook();
+    std::wstring LogOn(const std::wstring& profile, const std::wstring& password);
+    std::wstring TakeMapiSession();
+    std::wstring TakeDefaultFolders();
+    void FindPublicRoot();
+    /// Lets go of what a new logon replaces; Outlook's own logon stays.
+    void ReleaseSession();
+    enum class LogOffOutlook { No, Yes };
+    void ReleaseSessionObjects(LogOffOutlook logOff);
+    /// The number that Outlook's version begins with.
+    int OutlookMajorVersion() const;
+
+    // Folders
+
+    bool FindRootFolder(std::wstring name);
+    const wchar_t* OpenStoreByName(const std::wstring& name);
+    /// Opens a store without dialogs, online where that is switched on.
+    HRESULT OpenStore(const SBinary& entryId, mapi::Pointer<IMsgStore>& store);
+    bool FindFolder(std::wstring path);
+    bool FindSubFolder(outlook::Folders folders, const std::wstring& name);
+    /// The current folder with all that belongs to it: item type, items, count, MAPI view; no filter.
+    void TakeOverFolder();
+    outlook::Folder FindOrAddFolders(outlook::Folders folders, const std::wstring& path, std::int16_t type);
+    bool BuildMailFolderList();
+    void AddFoldersToList(const outlook::Folders& folders, const std::wstring& prefix);
+
+    // Records
+
+    static const std::array<ItemKindRow, kItemKindCount> s_itemKinds;
+
+    outlook::Reference& Item(ItemKind kind) {
+        return this->*s_itemKinds[static_cast<std::size_t>(kind)].member;
+    }
+    /// Ends the current record: kind members, current item, message, recurrence objects.
+    void ReleaseItems();
+    /// Finds out the kind of m_objCurrentItem: the first whose interface it has. Null when none fits.
+    const ItemKindRow* DetectKind();
+    /// Takes the MAPI view of the record of this kind. The entry id, in hexadecimal, is used only for the
+    /// kinds that have no MAPIOBJECT, and looked for in the store in use, which after a walk of the root
+    /// folders may not be theirs.
+    void TakeMessage(ItemKind kind, const std::wstring& entryId);
+    HRESULT OpenMessageFromEntryID(const std::wstring& entryId, mapi::Pointer<IMessage>& message);
+    void TakeNewItem(ItemKind kind, const wchar_t* word);
+
+    // Fields
+
+    bool BeginFieldOperation();
+    bool HasRecordOf(std::span<const ItemKind> kinds);
+    bool SetContacts(const std::wstring& data);
+    std::wstring Written(bool written, Operation& operation);
+    std::wstring ReadRecordField(const std::wstring& name);
+};
+
+} // namespace varden
