@@ -36,7 +36,8 @@ public:
 
 protected:
     std::span<const ComputedProperty> Computed() const override;
-    HRESULT Edit(PropertyBag*& bag) override;
+    HRESULT CheckWritable() const override;
+    PropertyBag& Edit() override;
 
 private:
     PropertyBag m_properties;
@@ -73,6 +74,10 @@ public:
     /// The entry with this address: an X.500 name for type EX, otherwise an SMTP address; null for none.
     std::shared_ptr<AddressEntry> FindByAddress(std::wstring_view addressType,
                                                 std::wstring_view address) const;
+    /// The entry that a recipient row means: by its SMTP address, its address of whatever type, or its entry
+    /// id. A one-off for an SMTP address that isn't in the list; null if the row has no address that leads
+    /// anywhere.
+    std::shared_ptr<AddressEntry> FindRecipient(const PropertyBag& recipient) const;
     /// An address that stands in no address book.
     std::shared_ptr<AddressEntry> MakeOneOff(std::wstring_view name, std::wstring_view addressType,
                                              std::wstring_view address) const;

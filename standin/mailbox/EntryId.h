@@ -23,9 +23,15 @@ struct StoreKey {
 Bytes MakeFolderEntryId(const StoreKey& store, std::uint64_t folder);
 /// [MS-OXCDATA] 2.2.4.2, 70 bytes.
 Bytes MakeMessageEntryId(const StoreKey& store, std::uint64_t folder, std::uint64_t message);
+/// PR_RECORD_KEY of a folder or message: database GUID and counter ([MS-OXCDATA] 2.2.1.3).
+Bytes MakeRecordKey(const StoreKey& store, std::uint64_t counter);
+/// PR_INSTANCE_KEY: the row of a folder or message in a table.
+Bytes MakeInstanceKey(std::uint64_t counter);
 /// [MS-OXCDATA] 2.2.4.3, a mailbox or public store. `dn` is the mailbox's X.500 name; it makes the id the
 /// store's own.
 Bytes MakeStoreEntryId(bool isPublic, std::string_view server, std::string_view dn);
+/// PR_MDB_PROVIDER: the provider that a store's entry id names.
+Bytes ProviderOf(const Bytes& storeEntryId);
 /// [MS-OXCDATA] 2.2.5.2. Type: DT_MAILUSER, DT_DISTLIST, 0x100 for a container.
 Bytes MakeAddressBookEntryId(std::uint32_t type, std::string_view dn);
 /// [MS-OXCDATA] 2.2.5.1. Text as UTF-16 or in the system's ANSI code page.

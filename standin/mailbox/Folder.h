@@ -7,6 +7,8 @@
 
 namespace standin::mailbox {
 
+class Keeper;
+
 /// A field that users defined in a folder. The type is an OlUserPropertyType number.
 struct UserField {
     std::wstring name;
@@ -80,6 +82,9 @@ public:
     HRESULT MoveMessage(Message& message, Folder& target, std::shared_ptr<Message>* result);
     HRESULT CopyMessage(const Message& message, Folder& target, std::shared_ptr<Message>* result) const;
 
+    /// Puts a message in that is kept already, under the id that it has: for whoever keeps the mailbox.
+    void TakeIn(std::uint64_t id, ContentPtr content);
+
     const std::vector<UserField>& UserFields() const { return m_userFields; }
     HRESULT SetUserFields(std::vector<UserField> fields);
     HRESULT SetDefaultItemType(std::int32_t type, const std::wstring& containerClass);
@@ -94,14 +99,27 @@ public:
 
 protected:
     std::span<const ComputedProperty> Computed() const override;
-    HRESULT Edit(PropertyBag*& bag) override;
-    HRESULT Changed(PropertyTag tag) override;
+    HRESULT CheckWritable() const override;
+    PropertyBag& Edit() override;
+    HRESULT Changed() override;
 
 private:
     friend class Store;
     friend class Message;
     friend class OpenMessage;
     Folder() = default;
+    Keeper* Kept() const;
+    bool ContainsSpecial() const;
+    bool IsBelow(const Folder& other) const;
+    HRESULT CheckMovable() const;
+    HRESULT CheckName(const std::wstring& name, const Folder* itself) const;
+    HRESULT Insert(ContentPtr content, bool associated, std::shared_ptr<Message>& message);
+    ContentPtr ContentFrom(const Message& message) const;
+    void Link(const std::shared_ptr<Message>& message, std::uint64_t id);
+    std::shared_ptr<Message> Unlink(Message& message);
+    void LinkSubfolder(const std::shared_ptr<Folder>& folder);
+    std::shared_ptr<Folder> UnlinkSubfolder(Folder& folder);
+    void MarkDeleted();
 
     mailbox::Store* m_store = nullptr;
     Folder* m_parent = nullptr;

@@ -42,6 +42,8 @@ public:
     Store* FindMailbox(const AddressEntry& owner) const;
     /// A store with its root and IPM subtree and no other folders.
     HRESULT AddStore(const StoreDescription& description, Store*& store);
+    /// Puts a store in that is kept already, with its key and counter: for whoever keeps the mailbox.
+    Store& TakeInStore(const StoreDescription& description, const StoreKey& key, std::uint64_t reservedIds);
 
     /// Objects by entry id, in whatever store; null for what is not there.
     Store* FindStore(std::span<const std::uint8_t> entryId) const;
@@ -56,14 +58,26 @@ public:
     /// either it stays. MAPI_E_NO_RECIPIENTS; MAPI_E_SUBMITTED: it went out already; MAPI_E_NO_SUPPORT: it is
     /// not in the Outbox; otherwise as OpenMessage::Save.
     HRESULT Submit(OpenMessage& message);
+    /// The store of the mailbox that a recipient row means: by SMTP address or X.500 name. Null for none
+    /// here.
+    Store* FindRecipient(const PropertyBag& recipient) const;
 
     /// Where the mailbox is kept; null for memory only.
     Keeper* Kept() const { return m_keeper.get(); }
     void SetKeeper(std::unique_ptr<Keeper> keeper) { m_keeper = std::move(keeper); }
 
 private:
+    struct KeyHash {
+        std::size_t operator()(const std::pair<GUID, GUID>& key) const;
+    };
+    Store* FindByKey(const ObjectEntryId& entryId) const;
+    HRESULT KeepNew(const Folder& subtree);
+    HRESULT Deliver(const Content& sent, const NamedProperties& names);
+    HRESULT FileSent(OpenMessage& message);
+
     std::wstring m_profileName = L"Outlook";
     std::vector<std::unique_ptr<Store>> m_stores;
+    std::unordered_map<std::pair<GUID, GUID>, Store*, KeyHash> m_storeByKey; // by provider and database
     AddressBook m_addresses;
     std::unique_ptr<Keeper> m_keeper;
 };
@@ -71,6 +85,7 @@ private:
 /// The world that there is without a mailbox folder: profile Outlook; stores Front Desk, Archive, Public
 /// Folders; the shared mailbox Back Office; a global address list of six. All folders are empty.
 std::unique_ptr<Mailbox> MakeSampleWorld();
-void FillWithSampleWorld(Mailbox& mailbox);
+/// The same for a mailbox that is kept somewhere: fails only if keeping does.
+HRESULT FillWithSampleWorld(Mailbox& mailbox);
 
 } // namespace standin::mailbox

@@ -24,6 +24,9 @@ public:
     virtual const Message* SavedMessage() const = 0;
     /// Whether the message is open for writing.
     virtual bool IsWritable() const = 0;
+    /// Whether a store keeps the message: it guards times and flags then. In attachments and files they are
+    /// free.
+    virtual bool IsInStore() const = 0;
 
     const PropertyBag& Stored() const override { return Current().properties; }
 
@@ -51,14 +54,18 @@ public:
     Folder* ParentFolder() const override { return m_folder; }
     const Message* SavedMessage() const override { return this; }
     bool IsWritable() const override;
-    NamedProperties& Names() const override;
+    bool IsInStore() const override { return true; }
+    NamedProperties& Names() const override { return *m_names; }
 
 protected:
-    HRESULT Edit(PropertyBag*& bag) override;
+    /// Always refuses: a message is changed through an OpenMessage.
+    HRESULT CheckWritable() const override;
+    PropertyBag& Edit() override;
 
 private:
     friend class Folder;
     friend class OpenMessage;
+    HRESULT Replace(ContentPtr content);
 
     Folder* m_folder = nullptr;
     NamedProperties* m_names = nullptr;
@@ -84,19 +91,18 @@ public:
     /// This makes one for any other target. `content` may be null for a new message.
     static std::shared_ptr<OpenMessage> ForTarget(std::shared_ptr<MessageTarget> target, ContentPtr content,
                                                   Access access);
-    ~OpenMessage() override;
-
     const Content& Current() const override;
     Folder* ParentFolder() const override;
     const Message* SavedMessage() const override { return m_saved.get(); }
     const std::shared_ptr<Message>& Saved() const { return m_saved; }
     bool IsWritable() const override { return m_access == Access::Modify; }
+    bool IsInStore() const override { return !m_target; }
     NamedProperties& Names() const override;
 
     /// Whether there are changes that were not saved. A new message has, from its first write on.
     bool IsChanged() const { return m_changed; }
     /// Whether the message was never saved.
-    bool IsNew() const;
+    bool IsNew() const { return m_isNew; }
     bool IsAssociated() const { return m_associated; }
     bool IsSubmitted() const { return m_submitted; }
     void MarkSubmitted() { m_submitted = true; }
@@ -133,13 +139,16 @@ public:
     HRESULT RemoveAttachment(std::uint32_t number);
 
 protected:
-    HRESULT Edit(PropertyBag*& bag) override;
+    HRESULT CheckWritable() const override;
+    PropertyBag& Edit() override;
 
 private:
     friend class Folder;
     friend class OpenAttachment;
     OpenMessage() = default;
-    HRESULT SaveToFolder(bool force);
+    HRESULT CheckUnchanged(bool force) const;
+    void Stamp(Content& content) const;
+    HRESULT SaveToFolder(ContentPtr content);
     HRESULT StoreAttachment(Attachment attachment);
 
     std::shared_ptr<Folder> m_folder;        // where a new message will go
@@ -151,6 +160,7 @@ private:
     std::uint32_t m_nextAttachment = 0;
     Access m_access = Access::Read;
     bool m_associated = false;
+    bool m_isNew = false;
     bool m_changed = false;
     bool m_submitted = false;
 };
@@ -178,11 +188,13 @@ public:
 
 protected:
     std::span<const ComputedProperty> Computed() const override;
-    HRESULT Edit(PropertyBag*& bag) override;
+    HRESULT CheckWritable() const override;
+    PropertyBag& Edit() override;
+    HRESULT Changed() override;
 
 private:
     friend class OpenMessage;
-    OpenAttachment() = default;
+    OpenAttachment(std::shared_ptr<OpenMessage> message, Attachment attachment, Access access);
 
     std::shared_ptr<OpenMessage> m_message;
     Attachment m_attachment;

@@ -17,8 +17,9 @@ struct ComputedProperty {
     PropertyTag tag;
     /// Works the value out; false: the object hasn't got the property. Null: the stored value is the value.
     bool (*get)(const PropertyObject& object, Value& value);
-    /// Takes a client's value; null: clients are refused with MAPI_E_COMPUTED.
-    HRESULT (*set)(PropertyObject& object, const Value& value);
+    /// Looks at a client's value before it is stored, and may alter it. S_FALSE: the value is taken care of
+    /// and is not to be stored. A failure refuses it. Null: clients are refused with MAPI_E_COMPUTED.
+    HRESULT (*set)(PropertyObject& object, Value& value);
 };
 
 /// An object with properties, as both views read and write them. Statuses are MAPI's.
@@ -62,14 +63,17 @@ public:
 protected:
     /// The rows of this kind of object.
     virtual std::span<const ComputedProperty> Computed() const = 0;
-    /// The bag to write to, or why there is none.
-    virtual HRESULT Edit(PropertyBag*& bag) = 0;
+    /// S_OK, or why nothing can be written.
+    virtual HRESULT CheckWritable() const = 0;
+    /// The bag to write to; only after CheckWritable.
+    virtual PropertyBag& Edit() = 0;
     /// A property was written or removed. A failure takes the change back.
-    virtual HRESULT Changed(PropertyTag) { return S_OK; }
+    virtual HRESULT Changed() { return S_OK; }
 
 private:
     const ComputedProperty* Row(PropertyTag tag) const;
     bool IsWithheld(PropertyTag tag) const;
+    HRESULT Replace(PropertyTag tag, std::optional<Value> value);
 
     std::vector<PropertyId> m_withheld;
 };

@@ -20,6 +20,10 @@ struct StoreDescription {
     bool isInProfile = true; ///< false: can be opened as another user's, but isn't in the stores table
 };
 
+/// The ids of the two folders that every store has.
+inline constexpr std::uint64_t kRootFolderId = 1;
+inline constexpr std::uint64_t kIpmSubtreeId = 2;
+
 /// A message store.
 class Store final : public PropertyObject {
 public:
@@ -43,27 +47,43 @@ public:
     Folder* FindFolder(std::uint64_t id) const;
     std::size_t FolderCount() const { return m_folders.size(); }
 
+    /// A counter that nothing in this store has had yet, for a folder or a message.
+    HRESULT NewId(std::uint64_t& id);
+    /// Counters below this one may be in use: what is kept of the counter. It is ahead, so as to be kept
+    /// seldom.
+    std::uint64_t ReservedIds() const { return m_reservedIds; }
+    /// Puts a folder in that is kept already, under the id that it has: for whoever keeps the mailbox. Null
+    /// if the id or the name is in use.
+    Folder* TakeInFolder(Folder& parent, std::uint64_t id, const FolderDescription& description,
+                         PropertyBag properties, std::vector<UserField> fields);
+    /// The same for the store's own properties and special folders (by number).
+    void TakeIn(PropertyBag properties, const std::map<std::int32_t, std::uint64_t>& special);
+
     /// Failure switches: the stores table has a row without entry id for this store; nothing in it can be
     /// written.
     void SetRowWithoutEntryId(bool without) { m_rowWithoutEntryId = without; }
     bool RowWithoutEntryId() const { return m_rowWithoutEntryId; }
     void SetReadOnly(bool readOnly) { m_readOnly = readOnly; }
     bool IsReadOnly() const { return m_readOnly; }
+    /// PR_STORE_SUPPORT_MASK.
+    std::int32_t SupportMask() const;
 
     const PropertyBag& Stored() const override { return m_properties; }
     NamedProperties& Names() const override { return m_names; }
 
 protected:
     std::span<const ComputedProperty> Computed() const override;
-    HRESULT Edit(PropertyBag*& bag) override;
-    HRESULT Changed(PropertyTag tag) override;
+    HRESULT CheckWritable() const override;
+    PropertyBag& Edit() override;
+    HRESULT Changed() override;
 
 private:
     friend class Mailbox;
     friend class Folder;
-    Store() = default;
+    Store(mailbox::Mailbox& mailbox, StoreDescription description, const StoreKey& key,
+          std::uint64_t reservedIds);
 
-    mailbox::Mailbox* m_mailbox = nullptr;
+    mailbox::Mailbox* m_mailbox;
     StoreDescription m_description;
     StoreKey m_key;
     PropertyBag m_properties;
@@ -72,7 +92,8 @@ private:
     Folder* m_ipmSubtree = nullptr;
     std::map<std::int32_t, Folder*> m_special;
     std::unordered_map<std::uint64_t, Folder*> m_folders;
-    std::uint64_t m_nextId = 1;
+    std::uint64_t m_nextId;
+    std::uint64_t m_reservedIds;
     bool m_rowWithoutEntryId = false;
     bool m_readOnly = false;
 };

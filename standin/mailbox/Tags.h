@@ -11,6 +11,8 @@ inline constexpr PropertyTag kPrMessageCodepage = PROP_TAG(PT_LONG, 0x3FFD);
 inline constexpr PropertyTag kPrInternetCodepage = PROP_TAG(PT_LONG, 0x3FDE);
 inline constexpr PropertyTag kPrMessageLocaleId = PROP_TAG(PT_LONG, 0x3FF1);
 inline constexpr PropertyTag kPrInternetMessageId = PROP_TAG(PT_UNICODE, 0x1035);
+inline constexpr PropertyTag kPrInternetReferences = PROP_TAG(PT_UNICODE, 0x1039);
+inline constexpr PropertyTag kPrInReplyToId = PROP_TAG(PT_UNICODE, 0x1042);
 inline constexpr PropertyTag kPrHtml = PROP_TAG(PT_BINARY, 0x1013);
 inline constexpr PropertyTag kPrBodyHtml = PROP_TAG(PT_UNICODE, 0x1013);
 inline constexpr PropertyTag kPrIconIndex = PROP_TAG(PT_LONG, 0x1080);
@@ -28,12 +30,17 @@ inline constexpr PropertyTag kPrReceivedRepresentingSmtpAddress = PROP_TAG(PT_UN
 
 // Recipients and address book entries.
 inline constexpr PropertyTag kPrSmtpAddress = PROP_TAG(PT_UNICODE, 0x39FE);
+inline constexpr PropertyTag kPr7BitDisplayName = PROP_TAG(PT_UNICODE, 0x39FF);
 inline constexpr PropertyTag kPrDisplayTypeEx = PROP_TAG(PT_LONG, 0x3905);
 inline constexpr PropertyTag kPrRecipientFlags = PROP_TAG(PT_LONG, 0x5FFD);
 inline constexpr PropertyTag kPrRecipientDisplayName = PROP_TAG(PT_UNICODE, 0x5FF6);
 inline constexpr PropertyTag kPrRecipientEntryId = PROP_TAG(PT_BINARY, 0x5FF7);
 inline constexpr PropertyTag kPrRecipientTrackStatus = PROP_TAG(PT_LONG, 0x5FFF);
-inline constexpr PropertyTag kPrEmsProxyAddresses = PROP_TAG(PT_MV_UNICODE, 0x800F);
+inline constexpr PropertyTag kPrYomiFirstName = PROP_TAG(PT_UNICODE, 0x8C8E);
+inline constexpr PropertyTag kPrYomiLastName = PROP_TAG(PT_UNICODE, 0x8C8F);
+inline constexpr PropertyTag kPrYomiDepartment = PROP_TAG(PT_UNICODE, 0x8C90);
+inline constexpr PropertyTag kPrYomiCompanyName = PROP_TAG(PT_UNICODE, 0x8C91);
+inline constexpr PropertyTag kPrYomiDisplayName = PROP_TAG(PT_UNICODE, 0x8C92);
 
 // Attachments.
 inline constexpr PropertyTag kPrAttachContentId = PROP_TAG(PT_UNICODE, 0x3712);
@@ -47,6 +54,7 @@ inline constexpr PropertyTag kPrMailboxOwnerName = PROP_TAG(PT_UNICODE, 0x661C);
 inline constexpr PropertyTag kPrMailboxOwnerEntryId = PROP_TAG(PT_BINARY, 0x661B);
 inline constexpr PropertyTag kPrUserName = PROP_TAG(PT_UNICODE, 0x661A);
 inline constexpr PropertyTag kPrUserEntryId = PROP_TAG(PT_BINARY, 0x6619);
+inline constexpr PropertyTag kPrDefaultMessageClass = PROP_TAG(PT_UNICODE, 0x36E5);
 inline constexpr PropertyTag kPrIpmPublicFoldersEntryId = PROP_TAG(PT_BINARY, 0x6631);
 inline constexpr PropertyTag kPrIpmAppointmentEntryId = PROP_TAG(PT_BINARY, 0x36D0);
 inline constexpr PropertyTag kPrIpmContactEntryId = PROP_TAG(PT_BINARY, 0x36D1);
@@ -56,5 +64,12 @@ inline constexpr PropertyTag kPrIpmTaskEntryId = PROP_TAG(PT_BINARY, 0x36D4);
 inline constexpr PropertyTag kPrIpmDraftsEntryId = PROP_TAG(PT_BINARY, 0x36D7);
 inline constexpr PropertyTag kPrAdditionalRenEntryIds = PROP_TAG(PT_MV_BINARY, 0x36D8);
 inline constexpr PropertyTag kPrDeletedMessageCount = PROP_TAG(PT_LONG, 0x6640);
+
+/// A bit of PR_STORE_SUPPORT_MASK: text is Unicode.
+inline constexpr std::int32_t kStoreUnicodeOk = 0x00040000;
+
+// Property sets ([MS-OXPROPS] 1.3.2).
+inline constexpr GUID kPsMapi{0x00020328, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
+inline constexpr GUID kPsPublicStrings{0x00020329, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
 
 } // namespace standin::mailbox
