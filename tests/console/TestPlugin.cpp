@@ -1,0 +1,220 @@
+// A plug-in that does with FileMaker's objects what plug-ins do, and what they must not do.
+#include "standin/filemaker/Operations.h"
+#include "standin/filemaker/ParameterBlock.h"
+
+#include <windows.h>
+
+#include <objbase.h>
+
+#include <stdexcept>
+#include <string>
+#include <type_traits>
+
+using namespace standin::filemaker;
+
+namespace {
+
+int g_calls = 0;
+
+void RaiseFor(const ErrorRecord& record) {
+    if (record.code != 0) {
+        throw std::runtime_error("host error " + std::to_string(record.code));
+    }
+}
+
+/// Calls an operation and raises the error that it reports.
+template <typename Operation, typename... Arguments>
+auto Checked(Operation operation, Arguments... arguments) {
+    ErrorRecord record;
+    if constexpr (std::is_void_v<std::invoke_result_t<Operation, Arguments..., ErrorRecord*>>) {
+        operation(arguments..., &record);
+        RaiseFor(record);
+    } else {
+        const auto answer = operation(arguments..., &record);
+        RaiseFor(record);
+        return answer;
+    }
+}
+
+class OwnText {
+public:
+    explicit OwnText(const std::wstring& content) : m_text(Checked(FM_Text_Constructor1)) {
+        Checked(FM_Text_AssignUnicode, m_text, content.c_str());
+    }
+    ~OwnText() {
+        ErrorRecord record;
+        FM_Text_Delete(m_text, &record);
+    }
+    OwnText(const OwnText&) = delete;
+    OwnText& operator=(const OwnText&) = delete;
+    Text* Get() const { return m_text; }
+
+private:
+    Text* m_text;
+};
+
+std::wstring TextAt(const DataVect* arguments, std::uint32_t index) {
+    const Text* text = Checked(FM_DataVect_AtAsText, arguments, index);
+    std::wstring content(Checked(FM_Text_GetSize, text), L'\0');
+    Checked(FM_Text_GetUnicode, text, content.data(), 0U, static_cast<std::uint32_t>(content.size()));
+    return content;
+}
+
+void Store(Data* result, const std::wstring& content, std::int32_t type = 1) {
+    const OwnText text(content);
+    Checked(FM_Data_SetAsText, result, static_cast<const Text*>(text.Get()),
+            Checked(FM_Data_GetLocale, result), type);
+}
+
+std::int16_t Echo(std::int16_t, const ExprEnv*, const DataVect* arguments, Data* result) {
+    ++g_calls;
+    Store(result, TextAt(arguments, 0));
+    return 0;
+}
+
+/// Each argument as text, whole number and truth.
+std::int16_t Kinds(std::int16_t, const ExprEnv*, const DataVect* arguments, Data* result) {
+    std::wstring kinds;
+    for (std::uint32_t i = 0; i < Checked(FM_DataVect_Size, arguments); ++i) {
+        const FixPt* number = Checked(FM_DataVect_AtAsNumber, arguments, i);
+        kinds += L"[" + TextAt(arguments, i) + L"|" + std::to_wstring(Checked(FM_FixPt_AsLong, number)) +
+                 L"|" + std::to_wstring(Checked(FM_DataVect_AtAsBoolean, arguments, i)) + L"]";
+    }
+    Store(result, kinds);
+    return 0;
+}
+
+std::int16_t Throw(std::int16_t, const ExprEnv*, const DataVect* arguments, Data*) {
+    if (TextAt(arguments, 0) == L"number") {
+        throw 7;
+    }
+    throw std::runtime_error("broken");
+}
+
+std::int16_t LeakText(std::int16_t, const ExprEnv*, const DataVect*, Data* result) {
+    Checked(FM_Text_Constructor1);
+    Store(result, L"leaked");
+    return 0;
+}
+
+std::int16_t DeleteTwice(std::int16_t, const ExprEnv*, const DataVect*, Data* result) {
+    Text* text = Checked(FM_Text_Constructor1);
+    Checked(FM_Text_Delete, text);
+    Checked(FM_Text_Delete, text);
+    Store(result, L"survived");
+    return 0;
+}
+
+std::int16_t AnswerError(std::int16_t, const ExprEnv*, const DataVect*, Data* result) {
+    Store(result, L"never seen");
+    return 5;
+}
+
+std::int16_t AnswerNumber(std::int16_t, const ExprEnv*, const DataVect*, Data* result) {
+    Store(result, L"007", 2);
+    return 0;
+}
+
+/// How often Echo was called.
+std::int16_t Calls(std::int16_t, const ExprEnv*, const DataVect*, Data* result) {
+    Store(result, std::to_wstring(g_calls));
+    return 0;
+}
+
+/// Whether COM knows the name.
+std::int16_t HasProgId(std::int16_t, const ExprEnv*, const DataVect* arguments, Data* result) {
+    CLSID classId;
+    Store(result, SUCCEEDED(CLSIDFromProgID(TextAt(arguments, 0).c_str(), &classId)) ? L"1" : L"0");
+    return 0;
+}
+
+struct FunctionRow {
+    std::int16_t id;
+    const wchar_t* name;
+    const wchar_t* prototype;
+    std::int16_t minimum;
+    std::int16_t maximum;
+    ExternalFunction function;
+};
+const FunctionRow kFunctions[] = {
+    {11, L"TP_Echo", L"TP_Echo( text ; optMore )", 1, 2, Echo},
+    {12, L"TP_Kinds", L"TP_Kinds( … )", 0, -1, Kinds},
+    {13, L"TP_Throw", L"TP_Throw( what )", 1, 1, Throw},
+    {14, L"TP_LeakText", L"TP_LeakText", 0, 0, LeakText},
+    {15, L"TP_DeleteTwice", L"TP_DeleteTwice", 0, 0, DeleteTwice},
+    {16, L"TP_AnswerError", L"TP_AnswerError", 0, 0, AnswerError},
+    {17, L"TP_AnswerNumber", L"TP_AnswerNumber", 0, 0, AnswerNumber},
+    {18, L"TP_Calls", L"TP_Calls", 0, 0, Calls},
+    {19, L"TP_HasProgId", L"TP_HasProgId( name )", 1, 1, HasProgId},
+    {20, L"", L"", 1, 1, Echo},
+};
+
+/// Deletes its handle at the end.
+class PluginId {
+public:
+    PluginId() : m_id(Checked(FM_QuadChar_Constructor2, 'T', 'E', 'S', 'T')) {}
+    ~PluginId() {
+        ErrorRecord record;
+        FM_QuadChar_Delete(m_id, &record);
+    }
+    PluginId(const PluginId&) = delete;
+    PluginId& operator=(const PluginId&) = delete;
+    const QuadChar* Get() const { return m_id; }
+
+private:
+    QuadChar* m_id;
+};
+
+void RegisterAll() {
+    const PluginId id;
+    for (const FunctionRow& row : kFunctions) {
+        const OwnText name(row.name), prototype(row.prototype);
+        Checked(FM_ExprEnv_RegisterExternalFunction, id.Get(), row.id, static_cast<const Text*>(name.Get()),
+                static_cast<const Text*>(prototype.Get()), row.minimum, row.maximum, 0xFF01U, row.function);
+    }
+}
+
+/// The last function stays registered; one that never was is unregistered.
+void UnregisterMost() {
+    const PluginId id;
+    for (std::int16_t function = 10; function <= 19; ++function) {
+        Checked(FM_ExprEnv_UnRegisterExternalFunction, id.Get(), function);
+    }
+}
+
+/// Text 1 fits the buffer, text 2 takes no notice of its size, any other leaves it alone.
+void GetString(const ParameterBlock& block) {
+    auto* buffer = reinterpret_cast<wchar_t*>(block.result);
+    const std::wstring_view text = L"a plug-in";
+    if (block.parm1 == 1) {
+        buffer[text.copy(buffer, block.parm3 - 1)] = L'\0';
+    } else if (block.parm1 == 2) {
+        text.copy(buffer, text.size());
+    }
+}
+
+} // namespace
+
+extern "C" __declspec(dllexport) void FMExternCallProc(ParameterBlock* block) {
+    switch (block->whichCall) {
+    case 0:
+        if (block->version < 50) {
+            block->result = static_cast<std::uint64_t>(std::int64_t{-1});
+            break;
+        }
+        RegisterAll();
+        block->result = 53;
+        break;
+    case 1: // answers the idle level where the version stands
+        block->version = block->parm1;
+        break;
+    case 4:
+        UnregisterMost();
+        break;
+    case 7:
+        GetString(*block);
+        break;
+    default:
+        break;
+    }
+}
