@@ -15,9 +15,10 @@ namespace standin::console {
 
 namespace {
 
-void Write(std::FILE* file, const std::string& bytes) {
-    std::fwrite(bytes.data(), 1, bytes.size(), file);
-    std::fflush(file);
+/// Writes all bytes at once: a console makes nothing of half a character.
+void Write(DWORD stream, const std::string& bytes) {
+    DWORD written = 0;
+    WriteFile(GetStdHandle(stream), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
 }
 
 /// Cuts the piece up to the separator off, and the separator with it.
@@ -34,9 +35,7 @@ std::string_view TakeLine(std::string_view& rest) {
 void PrepareStandardStreams() {
     SetConsoleCP(CP_UTF8);
     SetConsoleOutputCP(CP_UTF8);
-    for (std::FILE* file : {stdin, stdout, stderr}) {
-        _setmode(_fileno(file), _O_BINARY);
-    }
+    _setmode(_fileno(stdin), _O_BINARY);
 }
 
 void ShowLine(std::wstring_view text) {
@@ -48,11 +47,11 @@ void ShowLine(std::wstring_view text) {
         shown += line;
         shown.append(before > line.size(), '\n');
     }
-    Write(stdout, shown + '\n');
+    Write(STD_OUTPUT_HANDLE, shown + '\n');
 }
 
 void TellLine(std::wstring_view text) {
-    Write(stderr, ToUtf8(text) + '\n');
+    Write(STD_ERROR_HANDLE, ToUtf8(text) + '\n');
 }
 
 bool InputIsInteractive() {
@@ -60,7 +59,7 @@ bool InputIsInteractive() {
 }
 
 void ShowPrompt(std::wstring_view prompt) {
-    Write(stdout, ToUtf8(prompt));
+    Write(STD_OUTPUT_HANDLE, ToUtf8(prompt));
 }
 
 std::optional<std::string> ReadInputLine() {
