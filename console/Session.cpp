@@ -136,12 +136,14 @@ int Session::RunPrompt() {
             ShowPrompt(parser.IsComplete() ? L"> " : L"| ");
         }
         const auto line = ReadInputLine();
-        if (!line) {
+        if (!line && parser.IsComplete()) {
             return 0;
         }
         try {
-            parser.AddLine(number, Decoded(number, *line));
-            if (!parser.IsComplete()) {
+            if (line) {
+                parser.AddLine(number, Decoded(number, *line));
+            }
+            if (line && !parser.IsComplete()) {
                 continue;
             }
             if (const auto exitNumber = m_runner.Run(parser.Take())) {

@@ -97,6 +97,7 @@ TEST(Console, PromptAnswersLineByLineAndSurvivesMistakes) {
                              "line 11: TP_Throw threw an exception: broken\n");
     EXPECT_EQ(result.status, 4);
     EXPECT_EQ(RunConsole({}, "1 + 1").output, "2\n");
+    EXPECT_EQ(RunConsole({}, "1\nLoop\n2").errors, "line 2: Loop without End Loop\n");
 }
 
 TEST(Console, ListsTheFunctions) {
