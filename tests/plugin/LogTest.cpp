@@ -1,0 +1,144 @@
+// The session log, switched on through the plug-in file that registers every function.
+#include "ScriptTest.h"
+
+#include <fstream>
+#include <regex>
+
+namespace varden::tests {
+namespace {
+
+class LogTest : public ScriptTest {
+protected:
+    LogTest() : ScriptTest(kFullPlugin) {
+        wchar_t folder[MAX_PATH];
+        GetTempPathW(MAX_PATH, folder);
+        m_path = std::wstring(folder) + L"varden-log-" + std::to_wstring(GetCurrentProcessId()) + L".txt";
+        DeleteFileW(m_path.c_str());
+    }
+    ~LogTest() override { DeleteFileW(m_path.c_str()); }
+
+    const std::wstring& Path() const { return m_path; }
+
+    /// The lines of the log behind their time stamps, a tab as ">"; fails for a line of another form.
+    std::vector<std::string> Lines(const std::wstring& path) const {
+        std::ifstream file(path.c_str(), std::ios::binary);
+        std::vector<std::string> lines;
+        for (std::string line; std::getline(file, line);) {
+            // The stamp may be looked at as a form; the message may be of any length.
+            static const std::regex stamp(R"(\d{4}-\d\d-\d\d \d\d:\d\d:\d\d)");
+            constexpr std::size_t stampLength = 19;
+            const std::size_t text = line.find_first_not_of('\t', stampLength);
+            EXPECT_TRUE(std::regex_match(line.substr(0, stampLength), stamp)) << line;
+            EXPECT_TRUE(line.ends_with('\r')) << line;
+            lines.push_back(std::string(text - stampLength, '>') + line.substr(text, line.size() - text - 1));
+        }
+        return lines;
+    }
+    std::vector<std::string> Lines() const { return Lines(m_path); }
+
+    std::vector<std::string> LinesOf(const wchar_t* function, const Texts& arguments) {
+        const std::size_t before = Lines().size();
+        Call(function, arguments);
+        auto lines = Lines();
+        lines.erase(lines.begin(), lines.begin() + static_cast<std::ptrdiff_t>(before));
+        return lines;
+    }
+
+    using Expected = std::vector<std::string>;
+
+private:
+    std::wstring m_path;
+};
+
+TEST_F(LogTest, OnlyTheSwitchMakesAFile) {
+    Call(L"VARD_GetFirstRecord");
+    EXPECT_EQ(Call(L"VARD_LogSet", {L"off", Path()}), L"0");
+    EXPECT_EQ(Call(L"VARD_LogSet", {L"maybe", Path()}), L"0");
+    EXPECT_EQ(Call(L"VARD_LogClear"), L"-4");
+    EXPECT_EQ(GetFileAttributesW(Path().c_str()), INVALID_FILE_ATTRIBUTES);
+    EXPECT_EQ(Call(L"VARD_LogSet", {L"ON", Path()}), L"0");
+    EXPECT_EQ(Call(L"VARD_LogSet", {L"ON", Path() + L"2"}), L"0"); // the first log goes on
+    EXPECT_EQ(GetFileAttributesW((Path() + L"2").c_str()), INVALID_FILE_ATTRIBUTES);
+    EXPECT_EQ(Call(L"VARD_LogClear"), L"0");
+    EXPECT_EQ(Call(L"VARD_LogSet", {L"no"}), L"0");
+    EXPECT_EQ(Lines(), (Expected{">***** CONTENT CLEARED ******", ">******** Session Ended ********"}));
+    ExpectFailure(L"VARD_LogSet", {}, -3, L"Invalid Number of Parameters");
+    ExpectFailure(L"VARD_LogMoveToDesktop", {}, -3, L"Invalid Number of Parameters");
+}
+
+TEST_F(LogTest, TheDefaultFileLiesBelowTheDesktop) {
+    wchar_t previous[MAX_PATH];
+    GetCurrentDirectoryW(MAX_PATH, previous);
+    Call(L"VARD_LogSet", {L"true"});
+    wchar_t folder[MAX_PATH];
+    GetCurrentDirectoryW(MAX_PATH, folder);
+    SetCurrentDirectoryW(previous);
+    const std::wstring file = std::wstring(folder) + L"\\LogFile.txt";
+    EXPECT_TRUE(std::wstring(folder).ends_with(L"\\TEMBO\\VARDENBRIDGE")) << testing::PrintToString(folder);
+    EXPECT_EQ(Lines(file), Expected{">******** Session Started ********"});
+    Call(L"VARD_LogSet", {L"false"});
+    DeleteFileW(file.c_str());
+}
+
+TEST_F(LogTest, AFunctionLogsItsArgumentsItsAnswerAndNeverAPassword) {
+    Call(L"VARD_LogSet", {L"1", Path()});
+    EXPECT_EQ(
+        LinesOf(L"VARD_GetFolderType", {}),
+        (Expected{">>FUNCTION ENTER: VARD_GetFolderType", ">>>FUNCTION ENTER: GetFolderType",
+                  ">>>FUNCTION EXIT: error in function", ">>>Returning !!ERROR!!", ">>FUNCTION EXIT: "}));
+    EXPECT_EQ(LinesOf(L"VARD_SetFieldData", {L"Subject", L"Two\twords"}),
+              (Expected{">>FUNCTION ENTER: VARD_SetFieldData",
+                        ">>>Testing to continue execution (min params: 2, max params: 2)...",
+                        ">>PARAM:stra  VAL:Subject", ">>PARAM:strb  VAL:Two\twords",
+                        ">>>Entering m_objFuncs->SetFieldData...", ">>>FUNCTION ENTER: SetFieldData",
+                        ">>>FUNCTION EXIT: error in function", ">>>Done with m_objFuncs->SetFieldData",
+                        ">>>Clearing parameter value(s) (if any)", ">>>Returning !!ERROR!!",
+                        ">>FUNCTION EXIT: ", ">>Releasing hooks...", ">>Hooks released.",
+                        ">>Returning to FileMaker."}));
+    for (const auto& line : LinesOf(L"VARD_Authenticate", {L"Outlook", L"secret"})) {
+        EXPECT_EQ(line.find("secret"), std::string::npos) << line;
+    }
+    EXPECT_EQ(LinesOf(L"VARD_AddAttachment", {L"path"}),
+              (Expected{">>FUNCTION ENTER: VARD_SaveRecord",
+                        ">>>Testing to continue execution (min params: 2, max params: 2)..."}));
+    EXPECT_EQ(LinesOf(L"VARD_Version", {}), Expected{});
+}
+
+TEST_F(LogTest, AnExceptionIsLoggedAtTheFunctionsLevel) {
+    Call(L"VARD_LogSet", {L"1", Path()});
+    EXPECT_EQ(LinesOf(L"VARD_FilterByLastModified", {L""}),
+              (Expected{">>UNKKNOWNEXCEPTION CAUGHT", ">>Unhandled exception in function"}));
+}
+
+TEST_F(LogTest, TheTimeStampLosesItsSecondsOnTheWayToTheFilter) {
+    Call(L"VARD_LogSet", {L"1", Path()});
+    const std::vector<std::pair<const wchar_t*, std::string>> stamps{
+        {L"11/15/2026 3:45:10 PM", "11/15/2026 3:45  PM"},
+        {L"11/15/2026 3:45 PM", "11/15/2026 3:45 PM"},
+        {L"15.11.2026 15:45:10", "15.11.2026 15:45 "},
+        {L"3:45:", "3:45 "},
+        {L"no colon", "no colon"},
+    };
+    for (const auto& [given, passed] : stamps) {
+        const auto lines = LinesOf(L"VARD_FilterByLastModified", {given});
+        ASSERT_GE(lines.size(), 2u);
+        EXPECT_TRUE(lines[1].ends_with("PARAM:strFieldData  VAL:" + passed)) << lines[1];
+    }
+}
+
+TEST_F(LogTest, ALongLineIsWrittenWhole) {
+    Call(L"VARD_LogSet", {L"1", Path()});
+    const std::wstring name(100000, L'n');
+    const auto lines = LinesOf(L"VARD_OpenFolder", {name});
+    ASSERT_GE(lines.size(), 2u);
+    EXPECT_EQ(lines[1].size(), std::string(">>PARAM:stra  VAL:").size() + name.size());
+}
+
+TEST_F(LogTest, AFileThatCannotBeOpenedChangesNoAnswer) {
+    Call(L"VARD_LogSet", {L"1", L"C:\\no such folder\\log.txt"});
+    EXPECT_EQ(Call(L"VARD_Version", {L"short"}), L"7.0.0.0");
+    ExpectFailure(L"VARD_GetFolderID", {}, -1001, L"Outlook not started or Authenticate not called");
+}
+
+} // namespace
+} // namespace varden::tests
