@@ -105,7 +105,7 @@ TEST(Console, ListsTheFunctions) {
     EXPECT_EQ(result.status, 0);
     EXPECT_TRUE(result.output.starts_with("11\t1\t2\tTP_Echo( text ; optMore )\n12\t0\t-1\tTP_Kinds( … )\n"))
         << result.output;
-    EXPECT_TRUE(result.output.ends_with("\n20\t1\t1\t\n")) << result.output;
+    EXPECT_TRUE(result.output.ends_with("\n21\t1\t1\t\n")) << result.output;
 }
 
 TEST(Console, CountsAndTracesCalls) {

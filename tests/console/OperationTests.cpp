@@ -147,7 +147,10 @@ TEST_F(Operations, ResultsKeepTextLocaleAndTypeOfTheLastStore) {
 TEST_F(Operations, WrongHandlesAreViolationsAndChangeNothing) {
     const CallObjects call = m_control.BeginCall({L"owned"}, 0);
     auto* owned = const_cast<Text*>(FM_DataVect_AtAsText(call.arguments, 0, Error()));
-    const CallObjects ended = m_control.BeginCall({}, 0);
+    const CallObjects ended = m_control.BeginCall({L"ended"}, 0);
+    const Text* ofEnded = FM_DataVect_AtAsText(ended.arguments, 0, Error());
+    const FixPt* numberOfEnded = FM_DataVect_AtAsNumber(ended.arguments, 0, Error());
+    const Locale* localeOfEnded = FM_Data_GetLocale(ended.result, Error());
     m_control.EndCall(ended);
     Text* live = MakeText(L"live");
     Text* dead = MakeText(L"dead");
@@ -186,6 +189,13 @@ TEST_F(Operations, WrongHandlesAreViolationsAndChangeNothing) {
          [&] { FM_DataVect_Size(ended.arguments, Error()); }},
         {L"FM_Data_GetLocale: a data that is no longer alive where a data is wanted",
          [&] { EXPECT_EQ(FM_Data_GetLocale(ended.result, Error()), nullptr); }},
+        {L"FM_Text_GetSize: a text that is no longer alive where a text is wanted",
+         [&] { EXPECT_EQ(FM_Text_GetSize(ofEnded, Error()), 0U); }},
+        {L"FM_FixPt_AsLong: a fixed-point number that is no longer alive where a fixed-point number is "
+         L"wanted",
+         [&] { EXPECT_EQ(FM_FixPt_AsLong(numberOfEnded, Error()), 0); }},
+        {L"FM_Data_SetAsText: a locale that is no longer alive where a locale is wanted",
+         [&] { EXPECT_EQ(FM_Data_SetAsText(call.result, live, localeOfEnded, 1, Error()), kRefused); }},
         {L"FM_Text_GetSize: an error record that is not set up as version 1 and code 0",
          [&] { EXPECT_EQ(FM_Text_GetSize(live, &notSetUp), 4U); }},
         {L"FM_Text_Constructor1: no error record",

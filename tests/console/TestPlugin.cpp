@@ -15,6 +15,7 @@ using namespace standin::filemaker;
 namespace {
 
 int g_calls = 0;
+const DataVect* g_lastArguments = nullptr;
 
 void RaiseFor(const ErrorRecord& record) {
     if (record.code != 0) {
@@ -85,6 +86,7 @@ std::int16_t Kinds(std::int16_t, const ExprEnv*, const DataVect* arguments, Data
 }
 
 std::int16_t Throw(std::int16_t, const ExprEnv*, const DataVect* arguments, Data*) {
+    g_lastArguments = arguments;
     if (TextAt(arguments, 0) == L"number") {
         throw 7;
     }
@@ -112,6 +114,12 @@ std::int16_t AnswerError(std::int16_t, const ExprEnv*, const DataVect*, Data* re
 
 std::int16_t AnswerNumber(std::int16_t, const ExprEnv*, const DataVect*, Data* result) {
     Store(result, L"007", 2);
+    return 0;
+}
+
+/// Uses the arguments of the last TP_Throw, which FileMaker has ended since.
+std::int16_t UseLateArguments(std::int16_t, const ExprEnv*, const DataVect*, Data* result) {
+    Store(result, std::to_wstring(Checked(FM_DataVect_Size, g_lastArguments)));
     return 0;
 }
 
@@ -146,7 +154,8 @@ const FunctionRow kFunctions[] = {
     {17, L"TP_AnswerNumber", L"TP_AnswerNumber", 0, 0, AnswerNumber},
     {18, L"TP_Calls", L"TP_Calls", 0, 0, Calls},
     {19, L"TP_HasProgId", L"TP_HasProgId( name )", 1, 1, HasProgId},
-    {20, L"", L"", 1, 1, Echo},
+    {20, L"TP_UseLateArguments", L"TP_UseLateArguments", 0, 0, UseLateArguments},
+    {21, L"", L"", 1, 1, Echo},
 };
 
 /// Deletes its handle at the end.
@@ -177,7 +186,7 @@ void RegisterAll() {
 /// The last function stays registered; one that never was is unregistered.
 void UnregisterMost() {
     const PluginId id;
-    for (std::int16_t function = 10; function <= 19; ++function) {
+    for (std::int16_t function = 10; function <= 20; ++function) {
         Checked(FM_ExprEnv_UnRegisterExternalFunction, id.Get(), function);
     }
 }
