@@ -2,6 +2,7 @@
 // fields that all kinds have in common, and the routing by kind.
 #include "session/COutlookFuncs.h"
 
+#include "ContactFields.h"
 #include "FieldTable.h"
 #include "MailFields.h"
 #include "ToDoFields.h"
@@ -47,7 +48,7 @@ struct Route {
 
 constexpr std::array kReadRoutes{
     Route{ItemKind::Appointment, L"get appointment field data", nullptr},
-    Route{ItemKind::Contact, L"get contact field data", nullptr},
+    Route{ItemKind::Contact, L"get contact field data", ContactVocabulary},
     Route{ItemKind::DistList, L"get distlist field data", nullptr},
     Route{ItemKind::Document, L"get document field data", nullptr},
     Route{ItemKind::Journal, L"get journal field data", nullptr},
@@ -67,7 +68,7 @@ constexpr std::array kReadRoutes{
 };
 
 constexpr std::array kWriteRoutes{
-    Route{ItemKind::Contact, L"seting contact field", nullptr},
+    Route{ItemKind::Contact, L"seting contact field", ContactVocabulary},
     Route{ItemKind::Task, L"seting task field", nullptr},
     Route{ItemKind::Mail, L"seting mail field", MailVocabulary},
     Route{ItemKind::Post, L"seting post field", nullptr},
@@ -145,7 +146,7 @@ const FieldRow* FindField(std::span<const FieldRow> fields, const std::wstring& 
 } // namespace
 
 bool COutlookFuncs::HasRecordOf(std::span<const ItemKind> kinds) {
-    return std::ranges::any_of(kinds, [&](ItemKind kind) { return static_cast<bool>(Item(kind)); });
+    return FirstHeld(kinds) != nullptr;
 }
 
 /// The session test of the field operations, which asks for the MAPI session in place of the namespace.

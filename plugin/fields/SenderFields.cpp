@@ -2,32 +2,13 @@
 #include "SenderFields.h"
 
 #include "frame/ErrorCodes.h"
-#include "mapi/Tags.h"
+#include "mapi/SenderStamps.h"
 #include "session/COutlookFuncs.h"
 #include "session/Operation.h"
-
-#include <array>
 
 namespace varden {
 
 namespace {
-
-namespace tag = mapi::tag;
-
-/// Where a property of a resolved address goes.
-struct Stamp {
-    ULONG resolvedId;
-    ULONG sender;
-    ULONG represented;
-};
-
-constexpr std::array kStamps{
-    Stamp{0x0FFF, tag::kSenderEntryId, tag::kSentRepresentingEntryId},
-    Stamp{0x3002, tag::kSenderAddressType, tag::kSentRepresentingAddressType},
-    Stamp{0x3003, tag::kSenderEmailAddress, tag::kSentRepresentingEmailAddress},
-    Stamp{0x3001, tag::kSenderName, tag::kSentRepresentingName},
-    Stamp{0x300B, tag::kSenderSearchKey, tag::kSentRepresentingSearchKey},
-};
 
 bool FailSender(HRESULT status, const wchar_t* reason) {
     Fail(error::kMapi, status, reason);
@@ -50,25 +31,6 @@ bool Resolve(const FieldContext& context, const std::wstring& name, mapi::Addres
     return true;
 }
 
-/// Stores the value under another tag of the same type. What comes of it isn't looked at.
-void Store(const SPropValue& value, ULONG storedTag, IMessage* message) {
-    if (PROP_TYPE(value.ulPropTag) == PROP_TYPE(storedTag)) {
-        SPropValue stored = value;
-        stored.ulPropTag = storedTag;
-        mapi::SetOneProp(message, &stored);
-    }
-}
-
-std::span<const SPropValue> ResolvedProperties(const mapi::AddressList& list) {
-    const ADRENTRY& entry = list->aEntries[0];
-    return {entry.rgPropVals, entry.cValues};
-}
-
-const Stamp* StampFor(const SPropValue& value) {
-    const auto stamp = std::ranges::find(kStamps, PROP_ID(value.ulPropTag), &Stamp::resolvedId);
-    return stamp == kStamps.end() ? nullptr : &*stamp;
-}
-
 } // namespace
 
 bool SetSendOnBehalfOf(const FieldContext& context, const FieldRow&, const std::wstring& data) {
@@ -77,10 +39,10 @@ bool SetSendOnBehalfOf(const FieldContext& context, const FieldRow&, const std::
         return false;
     }
     constexpr ULONG searchKeyId = 0x300B; // stays as it was
-    for (const SPropValue& value : ResolvedProperties(list)) {
-        const Stamp* stamp = StampFor(value);
+    for (const SPropValue& value : mapi::ResolvedProperties(list)) {
+        const mapi::SenderStamp* stamp = mapi::StampFor(value);
         if (stamp && stamp->resolvedId != searchKeyId) {
-            Store(value, stamp->represented, context.message);
+            mapi::StoreAs(stamp->represented, value, context.message); // what comes of it isn't looked at
         }
     }
     return true;
@@ -91,10 +53,10 @@ bool SetFrom(const FieldContext& context, const FieldRow&, const std::wstring& d
     if (!Resolve(context, data, list)) {
         return false;
     }
-    for (const SPropValue& value : ResolvedProperties(list)) {
-        if (const Stamp* stamp = StampFor(value)) {
-            Store(value, stamp->sender, context.message);
-            Store(value, stamp->represented, context.message);
+    for (const SPropValue& value : mapi::ResolvedProperties(list)) {
+        if (const mapi::SenderStamp* stamp = mapi::StampFor(value)) {
+            mapi::StoreAs(stamp->sender, value, context.message);
+            mapi::StoreAs(stamp->represented, value, context.message);
         }
     }
     return true;

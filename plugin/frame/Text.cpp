@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstdarg>
 #include <cwchar>
+#include <cwctype>
 
 namespace varden {
 
@@ -32,6 +33,13 @@ bool EqualIgnoringCase(std::wstring_view a, std::wstring_view b) {
 std::wstring Without(std::wstring text, wchar_t what) {
     std::erase(text, what);
     return text;
+}
+
+std::wstring Trimmed(const std::wstring& text) {
+    const auto isSpace = [](wchar_t c) { return std::iswspace(c) != 0; };
+    const auto first = std::ranges::find_if_not(text, isSpace);
+    const auto last = std::find_if_not(text.rbegin(), std::make_reverse_iterator(first), isSpace).base();
+    return std::wstring(first, last);
 }
 
 std::wstring Replaced(std::wstring text, wchar_t what, wchar_t replacement) {

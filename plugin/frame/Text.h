@@ -20,6 +20,9 @@ bool EqualIgnoringCase(std::wstring_view a, std::wstring_view b);
 /// The text with every `what` taken out.
 std::wstring Without(std::wstring text, wchar_t what);
 
+/// The text without the white space at its ends.
+std::wstring Trimmed(const std::wstring& text);
+
 /// The text with every `what` replaced.
 std::wstring Replaced(std::wstring text, wchar_t what, wchar_t replacement);
 

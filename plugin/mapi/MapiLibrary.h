@@ -34,6 +34,8 @@ public:
         : m_plain(plain), m_decorated(decorated) {}
 
     bool IsAvailable() const { return Find() != nullptr; }
+    /// The function itself, for those that take it as an argument; null when there is none.
+    auto Address() const { return Find(); }
     /// Calls the function; raises Unavailable when there is none.
     Result operator()(Parameters... parameters) const {
         if (!Find()) {
@@ -74,5 +76,16 @@ inline LibraryFunction<void(LPBYTE, int, LPSTR)> HexFromBin{"HexFromBin", "HexFr
 inline LibraryFunction<WINBOOL(LPSTR, LPBYTE)> BinFromHex{"FBinFromHex", "FBinFromHex@8"};
 inline LibraryFunction<HRESULT(LPSTREAM, ULONG, LPSTREAM*)> WrapCompressedRtfStream{
     "WrapCompressedRTFStream", "WrapCompressedRTFStream@12"};
+
+inline LibraryFunction<HRESULT(LPMESSAGE, ULONG, WINBOOL*)> RtfSync{"RTFSync", "RTFSync@12"};
+inline LibraryFunction<LPMALLOC()> DefaultMalloc{"MAPIGetDefaultMalloc", "MAPIGetDefaultMalloc@0"};
+inline LibraryFunction<HRESULT(LPALLOCATEBUFFER, LPFREEBUFFER, ULONG, LPSTR, LPSTR, LPSTREAM*)>
+    OpenStreamOnFile{"OpenStreamOnFile", "OpenStreamOnFile@24"};
+inline LibraryFunction<SCODE(LPMALLOC, ULONG, LPMSGSESS*)> OpenMsgSession{"OpenIMsgSession",
+                                                                          "OpenIMsgSession@12"};
+inline LibraryFunction<void(LPMSGSESS)> CloseMsgSession{"CloseIMsgSession", "CloseIMsgSession@4"};
+inline LibraryFunction<SCODE(LPMSGSESS, LPALLOCATEBUFFER, LPALLOCATEMORE, LPFREEBUFFER, LPMALLOC, LPVOID,
+                             LPSTORAGE, MSGCALLRELEASE*, ULONG, ULONG, LPMESSAGE*)>
+    OpenMsgOnStorage{"OpenIMsgOnIStg", "OpenIMsgOnIStg@44"};
 
 } // namespace varden::mapi

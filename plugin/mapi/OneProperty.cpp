@@ -60,19 +60,12 @@ Stored WriteProperty(SPropValue& property, HRESULT noted, IMessage& message) {
     return FAILED(noted) ? Stored::Refused : Stored::Yes;
 }
 
-IMessage& Required(IMessage* message) {
-    if (!message) {
-        throw mapi::Unavailable("no message");
-    }
-    return *message;
-}
-
 } // namespace
 
 Stored COutlookFuncs::mapi_SetOneProp(ULONG tag, const std::wstring& text, IMessage* message) {
     const LoggedOperation log(L"mapi_SetOneProp");
     const auto property = mapi::AllocateBlock<SPropValue>();
-    property->ulPropTag = PROP_TYPE(tag) == PT_UNSPECIFIED ? StoredTag(tag, Required(message)) : tag;
+    property->ulPropTag = PROP_TYPE(tag) == PT_UNSPECIFIED ? StoredTag(tag, mapi::Present(message)) : tag;
     std::string narrow;
     HRESULT noted = S_OK;
     switch (PROP_TYPE(property->ulPropTag)) {
@@ -90,25 +83,22 @@ Stored COutlookFuncs::mapi_SetOneProp(ULONG tag, const std::wstring& text, IMess
         noted = E_INVALIDARG;
         break;
     }
-    return WriteProperty(*property, noted, Required(message));
+    return WriteProperty(*property, noted, mapi::Present(message));
 }
 
 Stored COutlookFuncs::mapi_SetOneProp(ULONG tag, const mapi::PropertyUnion& value, IMessage* message) {
     const LoggedOperation log(L"mapi_SetOneProp");
     const auto property = mapi::AllocateBlock<SPropValue>();
-    property->ulPropTag = PROP_TYPE(tag) == PT_UNSPECIFIED ? StoredTag(tag, Required(message)) : tag;
+    property->ulPropTag = PROP_TYPE(tag) == PT_UNSPECIFIED ? StoredTag(tag, mapi::Present(message)) : tag;
     property->Value = value;
-    return WriteProperty(*property, S_OK, Required(message));
+    return WriteProperty(*property, S_OK, mapi::Present(message));
 }
 
 HRESULT COutlookFuncs::mapi_GetOneProp(ULONG tag, mapi::PropertyBlock& block, IMAPIProp* message) {
     const LoggedOperation log(L"mapi_GetOneProp");
     block.Clear();
-    if (!message) {
-        throw mapi::Unavailable("no message");
-    }
     mapi::Block<SPropValue> property;
-    const HRESULT status = mapi::GetOneProp(message, tag, mapi::Out(property));
+    const HRESULT status = mapi::GetOneProp(&mapi::Present(message), tag, mapi::Out(property));
     return FAILED(status) ? status : block.Assign(*property);
 }
 

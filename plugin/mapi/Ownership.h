@@ -65,6 +65,15 @@ private:
     T* m_object = nullptr;
 };
 
+/// The object; raises Unavailable for none.
+template <typename T>
+T& Present(T* object) {
+    if (!object) {
+        throw Unavailable("no MAPI object");
+    }
+    return *object;
+}
+
 /// A block of MAPIAllocateBuffer, with all that hangs on it.
 struct FreeBlock {
     void operator()(void* block) const { FreeBuffer(block); }

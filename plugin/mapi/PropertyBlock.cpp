@@ -5,18 +5,10 @@
 
 #include <algorithm>
 #include <cstring>
-#include <cwctype>
 
 namespace varden::mapi {
 
 namespace {
-
-std::wstring Trimmed(const std::wstring& text) {
-    const auto isSpace = [](wchar_t c) { return std::iswspace(c) != 0; };
-    const auto first = std::ranges::find_if_not(text, isSpace);
-    const auto last = std::find_if_not(text.rbegin(), std::make_reverse_iterator(first), isSpace).base();
-    return std::wstring(first, last);
-}
 
 /// The elements with a carriage return between them. Every element but the first loses the white space at its
 /// ends.

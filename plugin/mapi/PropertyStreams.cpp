@@ -3,6 +3,7 @@
 
 #include "frame/PlugInLog.h"
 #include "mapi/Diagnostics.h"
+#include "mapi/EntryIdText.h"
 #include "mapi/Tags.h"
 
 #include <algorithm>
@@ -64,12 +65,6 @@ std::string ReadBlocks(const Stream& stream) {
         bytes.resize(start + std::min(read, blockSize));
     } while (read == blockSize);
     return bytes;
-}
-
-std::wstring HexText(std::string bytes) {
-    std::string hex(bytes.size() * 2 + 2, '\0');
-    mapi::HexFromBin(reinterpret_cast<LPBYTE>(bytes.data()), static_cast<int>(bytes.size()), hex.data());
-    return Widen(hex.c_str());
 }
 
 /// Text in the system's ANSI code page, up to its terminator.
@@ -150,8 +145,9 @@ bool COutlookFuncs::mapi_GetBinaryField(ULONG tag, std::wstring& text, IMessage*
         text = Widen(ReadBlocks(rtf));
         return true;
     }
-    const std::string bytes = ReadWhole(stream);
-    text = tag == mapi::tag::kHtml ? WidenAnsi(bytes) : HexText(bytes);
+    std::string bytes = ReadWhole(stream);
+    const SBinary binary{static_cast<ULONG>(bytes.size()), reinterpret_cast<LPBYTE>(bytes.data())};
+    text = tag == mapi::tag::kHtml ? WidenAnsi(bytes) : mapi::EntryIdText(binary);
     return true;
 }
 

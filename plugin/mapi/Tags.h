@@ -5,6 +5,7 @@
 
 namespace varden::mapi::tag {
 
+inline constexpr ULONG kMessageClass = 0x001A001F;
 inline constexpr ULONG kSensitivity = 0x00360003;
 inline constexpr ULONG kSubject = 0x0037001F;
 inline constexpr ULONG kSentRepresentingSearchKey = 0x003B0102;
@@ -18,6 +19,10 @@ inline constexpr ULONG kSenderName = 0x0C1A001F;
 inline constexpr ULONG kSenderSearchKey = 0x0C1D0102;
 inline constexpr ULONG kSenderAddressType = 0x0C1E001F;
 inline constexpr ULONG kSenderEmailAddress = 0x0C1F001F;
+inline constexpr ULONG kParentEntryId = 0x0E090102;
+inline constexpr ULONG kSentmailEntryId = 0x0E0A0102;
+inline constexpr ULONG kAttachSize = 0x0E200003;
+inline constexpr ULONG kAttachNumber = 0x0E210003;
 inline constexpr ULONG kEntryId = 0x0FFF0102;
 inline constexpr ULONG kBody = 0x1000001F;
 inline constexpr ULONG kRtfCompressed = 0x10090102;
@@ -27,7 +32,16 @@ inline constexpr ULONG kFlagIcon = 0x10950003;
 inline constexpr ULONG kDisplayName = 0x3001001F;
 inline constexpr ULONG kEmailAddress = 0x3003001F;
 inline constexpr ULONG kDefaultStore = 0x3400000B;
+inline constexpr ULONG kIpmSentmailEntryId = 0x35E40102;
+inline constexpr ULONG kAttachDataBinary = 0x37010102;
+inline constexpr ULONG kAttachDataObject = 0x3701000D;
+inline constexpr ULONG kAttachExtension = 0x3703001F;
+inline constexpr ULONG kAttachFilename = 0x3704001F;
+inline constexpr ULONG kAttachMethod = 0x37050003;
+inline constexpr ULONG kAttachLongFilename = 0x3707001F;
 inline constexpr ULONG kSmtpAddress = 0x39FE001F;
 inline constexpr ULONG kOrganizationEmailAddress = 0x403E001E;
+
+inline constexpr ULONG kMailboxOwnerName = 0x661C001F;
 
 } // namespace varden::mapi::tag

@@ -57,6 +57,7 @@ public:
 
     std::wstring Name() const { return GetText(L"Name"); }
     std::wstring EntryID() const { return GetText(L"EntryID"); }
+    std::wstring FullFolderPath() const { return GetText(L"FullFolderPath"); }
     long DefaultItemType() const { return GetLong(L"DefaultItemType"); }
     Items AllItems() const { return Items(GetProperty(L"Items")); }
     Folders Subfolders() const;

@@ -40,7 +40,11 @@ public:
     Reference(Interface& type, const _variant_t& object) : m_type(&type) { Set(object); }
 
     explicit operator bool() const { return m_object != nullptr; }
+    bool IsHeld() const { return m_object != nullptr; }
     IDispatch* Get() const { return m_object; }
+
+    /// The object as an argument of a call.
+    _variant_t AsValue() const { return _variant_t(m_object.GetInterfacePtr()); }
 
     void Release() { m_object = nullptr; }
     void Set(const _variant_t& object);

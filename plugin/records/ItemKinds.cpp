@@ -2,8 +2,8 @@
 #include "session/COutlookFuncs.h"
 
 #include "frame/PlugInLog.h"
+#include "mapi/EntryIdText.h"
 #include "mapi/InterfaceIds.h"
-#include "mapi/MapiLibrary.h"
 
 namespace varden {
 
@@ -34,6 +34,18 @@ constexpr std::array<ItemKindRow, kItemKindCount> COutlookFuncs::s_itemKinds{
         L"taskrequest update"},
 };
 
+outlook::Reference* COutlookFuncs::FirstHeld(std::span<const ItemKind> kinds) {
+    const auto kind =
+        std::ranges::find_if(kinds, [&](ItemKind candidate) { return Item(candidate).IsHeld(); });
+    return kind == kinds.end() ? nullptr : &Item(*kind);
+}
+
+outlook::Reference* COutlookFuncs::CurrentItem() {
+    const auto row = std::ranges::find_if(
+        s_itemKinds, [&](const ItemKindRow& known) { return (this->*known.member).IsHeld(); });
+    return row == s_itemKinds.end() ? nullptr : &(this->*row->member);
+}
+
 const ItemKindRow* COutlookFuncs::DetectKind() {
     for (const ItemKindRow& row : s_itemKinds) {
         if (SUCCEEDED((this->*row.member).Query(m_objCurrentItem))) {
@@ -53,9 +65,8 @@ void COutlookFuncs::TakeMessage(ItemKind kind, const std::wstring& entryId) {
 
 HRESULT COutlookFuncs::OpenMessageFromEntryID(const std::wstring& entryId, mapi::Pointer<IMessage>& message) {
     const LoggedOperation log(L"OpenMessageFromEntryID");
-    std::string hex = Narrow(entryId);
-    std::vector<BYTE> binary(hex.size() / 2);
-    if (binary.empty() || !mapi::BinFromHex(hex.data(), binary.data())) {
+    std::vector<BYTE> binary = mapi::BytesFromHex(entryId);
+    if (binary.empty()) {
         return MAPI_E_INVALID_ENTRYID;
     }
     ULONG objectType = 0;

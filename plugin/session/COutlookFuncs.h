@@ -12,6 +12,7 @@
 #include <array>
 #include <cstdint>
 #include <ctime>
+#include <set>
 #include <span>
 #include <string>
 #include <vector>
@@ -122,6 +123,25 @@ public:
     /// The addresses of the message's recipients of one kind, "To", "Cc" or "Bcc", with ", " between. On
     /// failure the last error is set, and what was built so far stays in `fieldData`.
     bool mapi_GetSMTPAddresses(const std::wstring& fieldName, std::wstring& fieldData, IMessage* message);
+
+    /// All recipients of the message as resolved addresses; no list for a message without recipients.
+    HRESULT mapi_AddrListFromMessage(IMessage* message, mapi::AddressList& list);
+    /// The same for the first recipient only.
+    HRESULT mapi_AddrListFromMessageOrgOnly(IMessage* message, mapi::AddressList& list);
+    /// Resolves the recipients, points the message at the sent-items folder and submits it. Two failures on
+    /// the way are told by the last error alone, with the status of a success.
+    HRESULT mapi_Send(IMessage* message, IMsgStore* store);
+    /// Stamps the owner of the store on the message, as sender and as represented sender.
+    HRESULT mapi_SetSentOnBehalf(IMessage* message, IMsgStore* store);
+    /// Gives an appointment what a meeting message must carry.
+    HRESULT mapi_PrepareMeetingProps(IMessage* message, IMsgStore* store);
+    /// Sends a meeting's request, update or cancellation.
+    HRESULT mapi_SendMeeting(IMessage* message, IMsgStore* store);
+    /// Accepts a meeting: puts it on the calendar and answers its organizer.
+    HRESULT mapi_SendMeetingAccept(IMessage* message, IMsgStore* store);
+    /// Writes the message to an MSG file, in place of a file of that name. "0", or "!!ERROR!!" with the last
+    /// error set.
+    std::wstring mapi_SaveToMSG(IMessage* message, const std::wstring& path);
 
     // What field code needs of the state.
 
@@ -251,6 +271,10 @@ private:
     }
     /// Ends the current record: kind members, current item, message, recurrence objects.
     void ReleaseItems();
+    /// The first of these kinds that the current record is; null for none.
+    outlook::Reference* FirstHeld(std::span<const ItemKind> kinds);
+    /// The current record, of whichever kind; null for none.
+    outlook::Reference* CurrentItem();
     /// Finds out the kind of m_objCurrentItem: the first whose interface it has. Null when none fits.
     const ItemKindRow* DetectKind();
     /// Takes the MAPI view of the record of this kind. The entry id, in hexadecimal, is used only for the
@@ -259,6 +283,47 @@ private:
     void TakeMessage(ItemKind kind, const std::wstring& entryId);
     HRESULT OpenMessageFromEntryID(const std::wstring& entryId, mapi::Pointer<IMessage>& message);
     void TakeNewItem(ItemKind kind, const wchar_t* word);
+
+    struct SaveOutcome {
+        std::wstring answer;
+        bool endsOperation = false; ///< the last error is set, and the record stays current
+    };
+    struct SaveRow {
+        ItemKind kind;
+        SaveOutcome (COutlookFuncs::*save)(const outlook::Reference& item, const ScriptText& option);
+    };
+    const SaveRow* FindSaveRow();
+    SaveOutcome SavePlain(const outlook::Reference& item, const ScriptText& option);
+    SaveOutcome SaveMail(const outlook::Reference& item, const ScriptText& option);
+    SaveOutcome SaveAppointment(const outlook::Reference& item, const ScriptText& option);
+    SaveOutcome SaveMeeting(const outlook::Reference& item, const ScriptText& option);
+    outlook::Reference MoveToOutbox(const outlook::Reference& mail);
+
+    std::wstring ApplyStandingFilter();
+    std::wstring RemoveFromParent(const outlook::Reference& item, const std::wstring& entryId,
+                                  Operation& operation);
+    std::wstring EntryIdOfAnyKind();
+    bool IsPrivate();
+    /// How collecting the members of a folder's lists went.
+    struct ListMembers {
+        HRESULT status = S_OK;
+        bool isComplete = false;
+    };
+    ListMembers CollectListMembers(const outlook::Items& items, std::set<std::wstring>& excluded);
+    std::wstring AnswerUnmoved(Operation& operation);
+    bool ForwardCurrent();
+    std::wstring AddToBody(const std::wstring& added, long bodyFormat);
+
+    // Mail in one call
+
+    void SetMailField(const wchar_t* field, const ScriptText& data, const wchar_t* failureLine);
+    bool AttachFiles(const std::vector<std::wstring>& paths);
+
+    // Attachments
+
+    HRESULT OpenAttachment(std::int32_t index, mapi::Pointer<IAttach>& attachment);
+    std::wstring WriteAttachment(const std::wstring& path, std::int32_t index, Operation& operation);
+    std::wstring WriteMsgFile(IMessage* message, const std::wstring& path, Operation& operation);
 
     // Fields
 

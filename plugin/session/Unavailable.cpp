@@ -16,44 +16,6 @@ std::wstring Unavailable() {
 
 using E = COutlookFuncs;
 
-std::wstring E::GetDefaultFolderName(const ScriptText&) {
-    return Unavailable();
-}
-std::wstring E::OpenSharedFolder(const ScriptText&, std::int32_t) {
-    return Unavailable();
-}
-std::wstring E::SaveRecord(const ScriptText&) {
-    return Unavailable();
-}
-std::wstring E::DeleteRecord(const ScriptText&, const ScriptText&) {
-    return Unavailable();
-}
-std::wstring E::DeleteCurrentRecord(bool) {
-    return Unavailable();
-}
-std::wstring E::DeleteAllRecords(bool, bool) {
-    return Unavailable();
-}
-std::wstring E::EmptyAllDeletedItems() {
-    return Unavailable();
-}
-std::wstring E::MoveRecord(const ScriptText&) {
-    return Unavailable();
-}
-std::wstring E::Display(bool) {
-    return Unavailable();
-}
-std::wstring E::ReplyToMessage(const ScriptText&, const ScriptText&, const ScriptText&, const ScriptText&,
-                               const ScriptText&, bool) {
-    return Unavailable();
-}
-std::wstring E::SaveRecordAsMSG(const ScriptText&, const ScriptText&) {
-    return Unavailable();
-}
-std::wstring E::CreateMessage(const ScriptText&, const ScriptText&, const ScriptText&, const std::wstring&,
-                              const std::wstring&, const std::vector<std::wstring>&, bool) {
-    return Unavailable();
-}
 std::wstring E::OpenRecurrencePattern() {
     return Unavailable();
 }
@@ -90,21 +52,6 @@ std::wstring E::RPEIGetPropertyCount() {
 std::wstring E::RPEIOpenPropertyAt(std::int32_t) {
     return Unavailable();
 }
-std::wstring E::AddAttachment(const std::wstring&, const std::wstring&) {
-    return Unavailable();
-}
-std::wstring E::GetAttachmentName(std::int32_t, bool) {
-    return Unavailable();
-}
-std::wstring E::SaveAttachment(const ScriptText&, std::int32_t) {
-    return Unavailable();
-}
-std::wstring E::GetAttachmentCount() {
-    return Unavailable();
-}
-std::wstring E::GetAttachmentSize(std::int32_t) {
-    return Unavailable();
-}
 std::wstring E::SetCustonFieldData(const ScriptText&, const ScriptText&, const std::wstring&) {
     return Unavailable();
 }
@@ -125,6 +72,17 @@ std::wstring E::GALCount() {
 }
 std::wstring E::GALGetField(const ScriptText&, std::int32_t) {
     return Unavailable();
+}
+
+/// Meetings don't go out yet.
+HRESULT E::mapi_PrepareMeetingProps(IMessage*, IMsgStore*) {
+    return S_OK;
+}
+HRESULT E::mapi_SendMeeting(IMessage*, IMsgStore*) {
+    return MAPI_E_NO_SUPPORT;
+}
+HRESULT E::mapi_SendMeetingAccept(IMessage*, IMsgStore*) {
+    return MAPI_E_NO_SUPPORT;
 }
 
 } // namespace varden
