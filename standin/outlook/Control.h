@@ -24,13 +24,13 @@ struct LiveCounts {
 /// How opening a mailbox folder went.
 struct OpenReport {
     bool ok = false;
-    std::wstring error;                 ///< why not: file, line and reason, if !ok
-    std::vector<std::wstring> leftOut;  ///< messages that could not be read: "file: reason"
+    std::wstring error;                ///< why not: file, line and reason, if !ok
+    std::vector<std::wstring> leftOut; ///< messages that could not be read: "file: reason"
 };
 
 /// The stand-in as its host sees it. One object for the life of the library, obtained by OutlookControl().
 class Control {
-  public:
+public:
     /// Calls are told to this watch from now on; null for none.
     virtual void SetWatch(Watch* watch) = 0;
     virtual LiveCounts Live() const = 0;
@@ -46,7 +46,8 @@ class Control {
 
     /// What Application.Version answers. Members that came with a later version don't exist.
     virtual void SetVersionText(const std::wstring& text) = 0;
-    /// NameSpace.Logon answers this status; S_OK for a logon that works.
+    /// NameSpace.Logon answers this status, and so does every member that would log on by itself; S_OK for a
+    /// logon that works.
     virtual void RefuseLogon(HRESULT status) = 0;
     /// Application.GetNamespace answers success and no object.
     virtual void WithholdNamespace(bool withhold) = 0;
@@ -55,12 +56,16 @@ class Control {
     /// Display closes its window at once, as tests want it.
     virtual void CloseWindowsAtOnce(bool close) = 0;
 
-  protected:
+    /// Messages of this class, and of classes below it, give objects that are none of the item kinds: they
+    /// have the members of a mail, but only IDispatch. Empty: none do.
+    virtual void SetUnknownClass(const std::wstring& messageClass) = 0;
+
+protected:
     ~Control() = default;
 };
 
-/// Loads the stand-in library, by the path that COM and MAPI32.dll use, and gives its switches; null where it is
-/// not entered in this prefix.
+/// Loads the stand-in library, by the name that COM and MAPI32.dll use, and gives its switches; null where it
+/// is not entered in this prefix.
 Control* OutlookControl();
 
 } // namespace standin::outlook

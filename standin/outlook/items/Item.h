@@ -1,0 +1,41 @@
+// Items as automation objects: one class for all kinds, over the working copy of a message.
+#pragma once
+
+#include "standin/outlook/automation/Object.h"
+#include "standin/outlook/items/ItemKinds.h"
+
+namespace standin::outlook {
+
+/// An item. It shares its working copy with its MAPIOBJECT: what one writes, the other reads; nobody else
+/// sees it before it is saved. Each request for an item gives an object with a working copy of its own.
+class ItemObject final : public Object {
+public:
+    ItemObject(const ItemKind& kind, std::shared_ptr<mailbox::OpenMessage> message);
+
+    /// Raises MAPI_E_OBJECT_DELETED once the item was deleted or moved by this object.
+    mailbox::OpenMessage& Message() const;
+    const std::shared_ptr<mailbox::OpenMessage>& Shared() const;
+    const ItemKind& ItemKindOf() const { return m_itemKind; }
+    ComPtr<Object> Parent() override;
+    std::int32_t Class() const override;
+
+    void Save();
+    /// From now on this object has no item.
+    void LetGo() { m_message = nullptr; }
+
+private:
+    const ItemKind& m_itemKind;
+    std::shared_ptr<mailbox::OpenMessage> m_message;
+};
+
+/// The item of an open message.
+ComPtr<ItemObject> ItemFor(std::shared_ptr<mailbox::OpenMessage> message);
+/// Opens a saved message, for reading only where its store is read-only.
+ComPtr<ItemObject> OpenItem(mailbox::Message& message);
+/// A new item of this class in a folder, unsaved.
+ComPtr<ItemObject> NewItem(mailbox::Folder& folder, const std::wstring& messageClass);
+
+/// Deletes as users do: into the Deleted Items of the store, or for good if it is there already.
+void DeleteMessage(mailbox::Message& message);
+
+} // namespace standin::outlook

@@ -1,0 +1,16 @@
+// Items as files.
+#pragma once
+
+#include "standin/outlook/items/Item.h"
+
+namespace standin::outlook {
+
+/// SaveAs: path, and OlSaveAsType or none for MSG. MSG, Unicode MSG and template write the same file; text
+/// writes subject and body. Other formats raise E_NOTIMPL, and numbers that are none E_INVALIDARG.
+void SaveItemAs(ItemObject& item, const Arguments& arguments);
+
+/// Reads an MSG file as the content of a new message of this folder. Raises what the file system or the file
+/// answers.
+mailbox::Content ReadMsgFile(const std::wstring& path, mailbox::Folder& folder);
+
+} // namespace standin::outlook

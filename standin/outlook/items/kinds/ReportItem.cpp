@@ -1,0 +1,17 @@
+// ReportItem: the members of reports beyond those of all items.
+#include "standin/outlook/items/ItemKinds.h"
+#include "standin/outlook/items/ItemRows.h"
+
+namespace standin::outlook {
+namespace {
+
+constexpr std::array<Row, 0> kRows{};
+
+} // namespace
+
+const ItemKind kReportItem{
+    .kind = {L"ReportItem", 0x00063026, 46, kRows, kCommonItemRows},
+    .messageClass = L"REPORT",
+};
+
+} // namespace standin::outlook

@@ -1,0 +1,17 @@
+// StorageItem: the members of storage items beyond those of all items.
+#include "standin/outlook/items/ItemKinds.h"
+#include "standin/outlook/items/ItemRows.h"
+
+namespace standin::outlook {
+namespace {
+
+constexpr std::array<Row, 0> kRows{};
+
+} // namespace
+
+const ItemKind kStorageItem{
+    .kind = {L"StorageItem", 0x000630CB, 113, kRows, kCommonItemRows},
+    .messageClass = L"IPM.Storage",
+};
+
+} // namespace standin::outlook

@@ -1,0 +1,17 @@
+// TaskRequestDeclineItem: the members of declined task requests beyond those of all items.
+#include "standin/outlook/items/ItemKinds.h"
+#include "standin/outlook/items/ItemRows.h"
+
+namespace standin::outlook {
+namespace {
+
+constexpr std::array<Row, 0> kRows{};
+
+} // namespace
+
+const ItemKind kTaskRequestDeclineItem{
+    .kind = {L"TaskRequestDeclineItem", 0x00063039, 52, kRows, kCommonItemRows},
+    .messageClass = L"IPM.TaskRequest.Decline",
+};
+
+} // namespace standin::outlook

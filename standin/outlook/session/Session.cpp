@@ -1,0 +1,95 @@
+// World, switches and logon state of the one Outlook of this process.
+#include "standin/outlook/session/Session.h"
+
+#include "standin/mailbox/MailboxFolder.h"
+#include "standin/mailbox/Platform.h"
+#include "standin/mapi/Views.h"
+#include "standin/outlook/automation/Failure.h"
+
+#include <cstdio>
+
+namespace standin::outlook {
+namespace {
+
+struct State {
+    Switches switches;
+    std::unique_ptr<mailbox::Mailbox> world;
+    bool hosted = false;
+    bool loggedOn = false;
+};
+
+State& TheState() {
+    static State state;
+    return state;
+}
+
+std::wstring EnvironmentText(const wchar_t* name) {
+    const DWORD size = GetEnvironmentVariableW(name, nullptr, 0);
+    std::wstring text(size, L'\0');
+    text.resize(size ? GetEnvironmentVariableW(name, text.data(), size) : 0);
+    return text;
+}
+
+std::unique_ptr<mailbox::Mailbox> WorldOfEnvironment() {
+    const std::wstring folder = EnvironmentText(L"VARDEN_MAILBOX");
+    if (folder.empty())
+        return mailbox::MakeSampleWorld();
+    mailbox::LoadReport report;
+    std::unique_ptr<mailbox::Mailbox> world = mailbox::OpenMailboxFolder(folder, report);
+    for (const std::wstring& leftOut : report.leftOut)
+        std::fwprintf(stderr, L"%ls\n", leftOut.c_str());
+    if (world)
+        return world;
+    std::fwprintf(stderr, L"%ls\n", report.error.c_str());
+    throw Failure(CO_E_SERVER_EXEC_FAILURE);
+}
+
+} // namespace
+
+Switches& TheSwitches() {
+    return TheState().switches;
+}
+
+int MajorVersion() {
+    return _wtoi(TheState().switches.versionText.c_str());
+}
+
+mailbox::Mailbox& World() {
+    State& state = TheState();
+    if (!state.world)
+        SetWorld(state.hosted ? mailbox::MakeSampleWorld() : WorldOfEnvironment());
+    return *state.world;
+}
+
+void SetWorld(std::unique_ptr<mailbox::Mailbox> world) {
+    TheState().world = std::move(world);
+    mapi::SetMailbox(TheState().world.get());
+}
+
+void HostedByControl() {
+    TheState().hosted = true;
+}
+
+void LogOn(const std::wstring& profile) {
+    State& state = TheState();
+    Check(state.switches.logonRefusal);
+    if (!state.loggedOn && !profile.empty() && !mailbox::SameIgnoringCase(profile, World().ProfileName()))
+        throw Failure(MAPI_E_FAILONEPROVIDER);
+    state.loggedOn = true;
+}
+
+void LogOff() {
+    TheState().loggedOn = false;
+}
+
+mailbox::Mailbox& LoggedOnWorld() {
+    if (!TheState().loggedOn)
+        LogOn({});
+    return World();
+}
+
+void LastObjectGone() {
+    LogOff();
+}
+
+} // namespace standin::outlook
