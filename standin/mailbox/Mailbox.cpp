@@ -57,6 +57,10 @@ Store& Mailbox::TakeInStore(const StoreDescription& description, const StoreKey&
     return *m_stores.back();
 }
 
+HRESULT Mailbox::SaveProfile() {
+    return m_keeper ? m_keeper->SaveProfile(*this) : S_OK;
+}
+
 HRESULT Mailbox::KeepNew(const Folder& subtree) {
     if (!m_keeper)
         return S_OK;
@@ -64,15 +68,14 @@ HRESULT Mailbox::KeepNew(const Folder& subtree) {
         return status;
     if (const HRESULT status = m_keeper->SaveStore(subtree.Store()); FAILED(status))
         return status;
-    return m_keeper->SaveProfile(*this);
+    return SaveProfile();
 }
 
 HRESULT Mailbox::AddStore(const StoreDescription& description, Store*& store) {
     const bool isPublic = description.kind == StoreKind::Public;
     const StoreKey key{isPublic ? kPublicProvider : NewGuid(), NewGuid(), isPublic};
     Store& fresh = TakeInStore(description, key, kIpmSubtreeId + 1);
-    const Folder* subtree = fresh.TakeInFolder(fresh.Root(), kIpmSubtreeId,
-                                               {L"Top of Information Store", 0, L"IPF.Note"}, {}, {});
+    const Folder* subtree = fresh.TakeInFolder(fresh.Root(), kIpmSubtreeId, kIpmSubtree, {}, {});
     const HRESULT status = KeepNew(*subtree);
     if (FAILED(status)) {
         m_storeByKey.erase({key.provider, key.database});

@@ -62,6 +62,8 @@ public:
     /// here.
     Store* FindRecipient(const PropertyBag& recipient) const;
 
+    /// Keeps the profile's name and the address book as they are now.
+    HRESULT SaveProfile();
     /// Where the mailbox is kept; null for memory only.
     Keeper* Kept() const { return m_keeper.get(); }
     void SetKeeper(std::unique_ptr<Keeper> keeper) { m_keeper = std::move(keeper); }

@@ -1,5 +1,6 @@
 // From a storage to message content.
 #include "standin/mailbox/ByteOrder.h"
+#include "standin/mailbox/CompoundCheck.h"
 #include "standin/mailbox/Msg.h"
 #include "standin/mailbox/MsgLayout.h"
 #include "standin/mailbox/Tags.h"
@@ -281,7 +282,7 @@ HRESULT ReadMsg(IStorage* storage, NamedProperties& names, Content& content) {
 HRESULT ReadMsgBytes(std::span<const std::uint8_t> file, NamedProperties& names, Content& content) {
     LockBytesPointer memory;
     StoragePointer storage;
-    if (file.empty())
+    if (!IsSoundCompoundFile(file))
         return MAPI_E_CORRUPT_DATA;
     if (const HRESULT status = OpenStorageBytes(file, &memory, &storage); FAILED(status))
         return StatusFromStorage(status);

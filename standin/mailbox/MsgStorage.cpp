@@ -40,7 +40,9 @@ HRESULT StatusFromStorage(HRESULT status) {
 
 HRESULT OpenStorageBytes(std::span<const std::uint8_t> bytes, ILockBytes** memory, IStorage** storage) {
     constexpr DWORD kMode = STGM_READWRITE | STGM_SHARE_EXCLUSIVE;
-    HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, bytes.size());
+    constexpr std::size_t kLargestSector = 4096; // a last sector that was cut short ends in zeros
+    const std::size_t size = (bytes.size() + kLargestSector - 1) / kLargestSector * kLargestSector;
+    HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, size);
     if (!block)
         return E_OUTOFMEMORY;
     if (!bytes.empty()) {

@@ -97,6 +97,10 @@ Folder* Store::TakeInFolder(Folder& parent, std::uint64_t id, const FolderDescri
     return folder.get();
 }
 
+void Store::TakeInRoot(PropertyBag properties) {
+    m_root->m_properties = std::move(properties);
+}
+
 void Store::TakeIn(PropertyBag properties, const std::map<std::int32_t, std::uint64_t>& special) {
     m_properties = std::move(properties);
     for (const auto& [number, id] : special)

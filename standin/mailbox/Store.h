@@ -23,6 +23,7 @@ struct StoreDescription {
 /// The ids of the two folders that every store has.
 inline constexpr std::uint64_t kRootFolderId = 1;
 inline constexpr std::uint64_t kIpmSubtreeId = 2;
+inline const FolderDescription kIpmSubtree{L"Top of Information Store", 0, L"IPF.Note"};
 
 /// A message store.
 class Store final : public PropertyObject {
@@ -56,6 +57,7 @@ public:
     /// if the id or the name is in use.
     Folder* TakeInFolder(Folder& parent, std::uint64_t id, const FolderDescription& description,
                          PropertyBag properties, std::vector<UserField> fields);
+    void TakeInRoot(PropertyBag properties);
     /// The same for the store's own properties and special folders (by number).
     void TakeIn(PropertyBag properties, const std::map<std::int32_t, std::uint64_t>& special);
 
