@@ -26,5 +26,20 @@ HRESULT ReadBody(const mailbox::PropertyObject& message, mailbox::PropertyTag ta
 /// Writes PR_BODY, PR_HTML or PR_RTF_COMPRESSED: it becomes the form that is kept, and the others go.
 /// MAPI_E_COMPUTED for PR_NATIVE_BODY_INFO; otherwise as PropertyObject::Write.
 HRESULT WriteBody(mailbox::PropertyObject& message, mailbox::PropertyTag tag, mailbox::Value value);
+/// Takes the body away in all its forms.
+HRESULT EraseBody(mailbox::PropertyObject& message);
+/// Makes one of the forms that a message came with the one that is kept; `changed`: it wasn't yet. Nothing
+/// for a form that it hasn't got.
+HRESULT MakeNative(mailbox::PropertyObject& message, NativeBody form, bool& changed);
+
+/// Whether the tag is one of the three forms, whatever its type.
+bool IsBodyForm(mailbox::PropertyTag tag);
+/// A message's tags together with those of the body that are there by derivation, in ascending order.
+std::vector<mailbox::PropertyTag> WithBodyTags(const mailbox::PropertyObject& message,
+                                               std::vector<mailbox::PropertyTag> tags);
+/// The tags that go into a copy of a message, together with the body's text: who reads a copy may know no
+/// other form.
+std::vector<mailbox::PropertyTag> WithBodyToCopy(const mailbox::PropertyObject& message,
+                                                 std::vector<mailbox::PropertyTag> tags);
 
 } // namespace standin::mapi

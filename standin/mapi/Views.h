@@ -28,10 +28,11 @@ IMAPIFolder* MakeFolder(std::shared_ptr<mailbox::Folder> folder,
 IMessage* MakeMessage(std::shared_ptr<mailbox::OpenMessage> message);
 IAttach* MakeAttachment(std::shared_ptr<mailbox::OpenAttachment> attachment);
 /// IMailUser, or IDistList for a distribution list.
-IMAPIProp* MakeAddressEntry(std::shared_ptr<mailbox::AddressEntry> entry);
-/// The address book of a mailbox, and in it the global address list.
-IAddrBook* MakeAddressBook(mailbox::Mailbox& mailbox);
-IABContainer* MakeAddressList(mailbox::Mailbox& mailbox);
+IMAPIProp* MakeAddressEntry(mailbox::AddressBook& book, std::shared_ptr<mailbox::AddressEntry> entry);
+IAddrBook* MakeAddressBook(mailbox::AddressBook& book);
+/// The global address list, and the container of the address book's lists.
+IABContainer* MakeAddressList(mailbox::AddressBook& book);
+IABContainer* MakeAddressRoot(mailbox::AddressBook& book);
 
 /// What is alive.
 struct Counts {

@@ -1,0 +1,122 @@
+// Objects whose interface is an IMAPIProp.
+#pragma once
+
+#include "standin/mapi/Errors.h"
+#include "standin/mapi/Object.h"
+#include "standin/mapi/PropertySide.h"
+
+namespace standin::mapi {
+
+/// IMAPIProp for any interface that derives from it.
+template <class Interface>
+class PropObject : public Object<Interface>, public PropertySide {
+public:
+    HRESULT STDMETHODCALLTYPE GetLastError(HRESULT status, ULONG flags, MAPIERROR** error) override {
+        return this->Call(L"GetLastError",
+                          [&] { return DescribeFailure(this->Failure(), status, flags, error); });
+    }
+    HRESULT STDMETHODCALLTYPE SaveChanges(ULONG flags) override {
+        return this->Call(L"SaveChanges", [&] { return Save(flags); });
+    }
+    HRESULT STDMETHODCALLTYPE GetProps(SPropTagArray* tags, ULONG flags, ULONG* count,
+                                       SPropValue** values) override {
+        return this->Call(L"GetProps",
+                          [&] { return properties::GetProps(*this, tags, flags, count, values); });
+    }
+    HRESULT STDMETHODCALLTYPE GetPropList(ULONG flags, SPropTagArray** tags) override {
+        return this->Call(L"GetPropList", [&] { return properties::GetPropList(*this, flags, tags); });
+    }
+    HRESULT STDMETHODCALLTYPE OpenProperty(ULONG tag, const IID* iid, ULONG, ULONG flags,
+                                           IUnknown** object) override {
+        return this->Call(L"OpenProperty",
+                          [&] { return properties::OpenProperty(*this, tag, iid, flags, object); });
+    }
+    HRESULT STDMETHODCALLTYPE SetProps(ULONG count, SPropValue* values,
+                                       SPropProblemArray** problems) override {
+        return this->Call(L"SetProps", [&] { return properties::SetProps(*this, count, values, problems); });
+    }
+    HRESULT STDMETHODCALLTYPE DeleteProps(SPropTagArray* tags, SPropProblemArray** problems) override {
+        return this->Call(L"DeleteProps", [&] { return properties::DeleteProps(*this, tags, problems); });
+    }
+    HRESULT STDMETHODCALLTYPE CopyTo(ULONG excludedCount, const IID* excluded, SPropTagArray* tags, ULONG,
+                                     IMAPIProgress*, const IID* iid, void* target, ULONG flags,
+                                     SPropProblemArray** problems) override {
+        return this->Call(L"CopyTo", [&] {
+            return properties::CopyTo(*this, excludedCount, excluded, tags, iid, target, flags, problems);
+        });
+    }
+    HRESULT STDMETHODCALLTYPE CopyProps(SPropTagArray* tags, ULONG, IMAPIProgress*, const IID* iid,
+                                        void* target, ULONG flags, SPropProblemArray** problems) override {
+        return this->Call(L"CopyProps",
+                          [&] { return properties::CopyProps(*this, tags, iid, target, flags, problems); });
+    }
+    HRESULT STDMETHODCALLTYPE GetNamesFromIDs(SPropTagArray** tags, GUID* set, ULONG flags, ULONG* count,
+                                              MAPINAMEID*** names) override {
+        return this->Call(L"GetNamesFromIDs",
+                          [&] { return properties::GetNamesFromIDs(*this, tags, set, flags, count, names); });
+    }
+    HRESULT STDMETHODCALLTYPE GetIDsFromNames(ULONG count, MAPINAMEID** names, ULONG flags,
+                                              SPropTagArray** tags) override {
+        return this->Call(L"GetIDsFromNames",
+                          [&] { return properties::GetIDsFromNames(*this, count, names, flags, tags); });
+    }
+
+    IUnknown& Unknown() override { return *this; }
+    bool IsInterface(REFIID iid) const override { return Offers<Interface>(&iid); }
+
+protected:
+    void* MoreInterfaces(REFIID iid) override {
+        return iid == kIidPropertySide ? static_cast<PropertySide*>(this) : nullptr;
+    }
+};
+
+/// An object that is saved by SaveChanges, and may be at an end with it.
+template <class Interface>
+class TransactedObject : public PropObject<Interface> {
+public:
+    explicit TransactedObject(bool writable) : m_writable(writable) {}
+
+    HRESULT CheckWritable() const override { return m_writable ? S_OK : E_ACCESSDENIED; }
+
+    HRESULT Save(ULONG flags) override {
+        constexpr ULONG kKeepOpen = KEEP_OPEN_READONLY | KEEP_OPEN_READWRITE;
+        if (flags & ~(kKeepOpen | FORCE_SAVE | MAPI_DEFERRED_ERRORS))
+            return MAPI_E_UNKNOWN_FLAGS;
+        if ((flags & kKeepOpen) == kKeepOpen)
+            return MAPI_E_INVALID_PARAMETER;
+        HRESULT status = this->CheckWritable();
+        if (SUCCEEDED(status))
+            status = SaveNow((flags & FORCE_SAVE) != 0);
+        if (FAILED(status))
+            return status;
+        m_writable = (flags & KEEP_OPEN_READONLY) == 0;
+        m_atAnEnd = (flags & kKeepOpen) == 0;
+        return status;
+    }
+
+protected:
+    virtual HRESULT SaveNow(bool force) = 0;
+    HRESULT Usable() const override { return m_atAnEnd ? MAPI_E_INVALID_OBJECT : S_OK; }
+
+private:
+    bool m_writable;
+    bool m_atAnEnd = false;
+};
+
+/// An object whose changes take effect at once: there is nothing for SaveChanges to do.
+template <class Interface>
+class DirectObject : public PropObject<Interface> {
+public:
+    DirectObject(std::shared_ptr<mailbox::PropertyObject> properties, bool writable)
+        : m_properties(std::move(properties)), m_writable(writable) {}
+
+    mailbox::PropertyObject& Properties() const override { return *m_properties; }
+    HRESULT CheckWritable() const override { return m_writable ? S_OK : E_ACCESSDENIED; }
+    HRESULT Save(ULONG) override { return CheckWritable(); }
+
+private:
+    std::shared_ptr<mailbox::PropertyObject> m_properties;
+    bool m_writable;
+};
+
+} // namespace standin::mapi
