@@ -168,7 +168,6 @@ void ScriptParser::Close(std::wstring_view word, std::wstring_view opener) {
     }
     Open closed = std::move(m_open.back());
     m_open.pop_back();
-    m_line = closed.line;
     Add(std::get<BlockType>(std::move(closed.block)));
 }
 

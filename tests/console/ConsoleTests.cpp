@@ -37,6 +37,7 @@ TEST(Console, RunsScripts) {
         // Nothing runs when any line is wrong.
         {"\"before\"\nIf [ 1 ]\nLeft( 1 )\nEnd If", "", 2, "SCRIPT:3: Left takes 2 arguments, not 1\n"},
         {"Loop\n\"before\"", "", 2, "SCRIPT:1: Loop without End Loop\n"},
+        {"1\r\n\r\n2 +\r\n", "", 2, "SCRIPT:3: a value is missing before the end of the line\n"},
         {"1\n\"\xFF\"", "", 2, "SCRIPT:2: the line is not valid UTF-8\n"},
         {"\xEF\xBB\xBF\"mark\"\r\"old line ends\"", "mark\nold line ends\n", 0, ""},
         {"Set Variable [ $größe ; \"é 😀 ß\" ]\nUpper( 1 )", "", 2, "SCRIPT:2: unknown function Upper\n"},

@@ -137,6 +137,7 @@ TEST_F(Language, ComparisonIsNumericForNumbersAndWithoutCaseForTexts) {
         {L"2 ≥ 3", L"0"},
         {L"2 >= 2", L"1"},
         {L"\"co-op\" = \"coop\"", L"0"},
+        {L"\"soft\u00ADhyphen\" = \"softhyphen\"", L"0"},
         {L"$unset = \"\"", L"1"},
         {L"( 1 = 1 ) < 2", L"1"},
     });
