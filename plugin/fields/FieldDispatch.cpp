@@ -2,14 +2,18 @@
 // fields that all kinds have in common, and the routing by kind.
 #include "session/COutlookFuncs.h"
 
+#include "AppointmentFields.h"
 #include "ContactFields.h"
 #include "FieldTable.h"
 #include "MailFields.h"
+#include "MinorFields.h"
+#include "TaskFields.h"
 #include "ToDoFields.h"
 
 #include "frame/ErrorCodes.h"
 #include "frame/PlugInLog.h"
 #include "frame/ProcessObjects.h"
+#include "mapi/InterfaceIds.h"
 #include "mapi/PropertyCatalogue.h"
 #include "session/Operation.h"
 
@@ -43,42 +47,42 @@ using VocabularyOf = const Vocabulary& (*)();
 struct Route {
     ItemKind kind;
     const wchar_t* logLine;
-    VocabularyOf vocabulary; ///< null: the kind's fields are not available
+    VocabularyOf vocabulary;
 };
 
 constexpr std::array kReadRoutes{
-    Route{ItemKind::Appointment, L"get appointment field data", nullptr},
+    Route{ItemKind::Appointment, L"get appointment field data", AppointmentVocabulary},
     Route{ItemKind::Contact, L"get contact field data", ContactVocabulary},
-    Route{ItemKind::DistList, L"get distlist field data", nullptr},
-    Route{ItemKind::Document, L"get document field data", nullptr},
-    Route{ItemKind::Journal, L"get journal field data", nullptr},
+    Route{ItemKind::DistList, L"get distlist field data", DistListVocabulary},
+    Route{ItemKind::Document, L"get document field data", DocumentVocabulary},
+    Route{ItemKind::Journal, L"get journal field data", JournalVocabulary},
     Route{ItemKind::Mail, L"get mail field data", MailVocabulary},
-    Route{ItemKind::Meeting, L"get meeting field data", nullptr},
-    Route{ItemKind::Note, L"get note field data", nullptr},
-    Route{ItemKind::Post, L"get post field data", nullptr},
-    Route{ItemKind::Remote, L"get remote field data", nullptr},
-    Route{ItemKind::Report, L"get report field data", nullptr},
-    Route{ItemKind::Sharing, L"get sharing field data", nullptr},
-    Route{ItemKind::Storage, L"get storage field data", nullptr},
-    Route{ItemKind::Task, L"get task field data", nullptr},
-    Route{ItemKind::TaskRequest, L"get task request field data", nullptr},
-    Route{ItemKind::TaskRequestAccept, L"get task request accept field data", nullptr},
-    Route{ItemKind::TaskRequestDecline, L"get task request decline field data", nullptr},
-    Route{ItemKind::TaskRequestUpdate, L"get task request update field data", nullptr},
+    Route{ItemKind::Meeting, L"get meeting field data", MeetingVocabulary},
+    Route{ItemKind::Note, L"get note field data", NoteVocabulary},
+    Route{ItemKind::Post, L"get post field data", PostVocabulary},
+    Route{ItemKind::Remote, L"get remote field data", RemoteVocabulary},
+    Route{ItemKind::Report, L"get report field data", ReportVocabulary},
+    Route{ItemKind::Sharing, L"get sharing field data", SharingVocabulary},
+    Route{ItemKind::Storage, L"get storage field data", StorageVocabulary},
+    Route{ItemKind::Task, L"get task field data", TaskVocabulary},
+    Route{ItemKind::TaskRequest, L"get task request field data", TaskRequestVocabulary},
+    Route{ItemKind::TaskRequestAccept, L"get task request accept field data", TaskRequestAcceptVocabulary},
+    Route{ItemKind::TaskRequestDecline, L"get task request decline field data", TaskRequestDeclineVocabulary},
+    Route{ItemKind::TaskRequestUpdate, L"get task request update field data", TaskRequestUpdateVocabulary},
 };
 
 constexpr std::array kWriteRoutes{
     Route{ItemKind::Contact, L"seting contact field", ContactVocabulary},
-    Route{ItemKind::Task, L"seting task field", nullptr},
+    Route{ItemKind::Task, L"seting task field", TaskVocabulary},
     Route{ItemKind::Mail, L"seting mail field", MailVocabulary},
-    Route{ItemKind::Post, L"seting post field", nullptr},
-    Route{ItemKind::Appointment, L"seting appt field", nullptr},
-    Route{ItemKind::Journal, L"seting journal field", nullptr},
-    Route{ItemKind::Note, L"seting note field", nullptr},
-    Route{ItemKind::DistList, L"seting distlist field", nullptr},
-    Route{ItemKind::Report, L"seting report field", nullptr},
-    Route{ItemKind::TaskRequest, L"seting taskrequest field", nullptr},
-    Route{ItemKind::Meeting, L"seting meeting field", nullptr},
+    Route{ItemKind::Post, L"seting post field", PostVocabulary},
+    Route{ItemKind::Appointment, L"seting appt field", AppointmentVocabulary},
+    Route{ItemKind::Journal, L"seting journal field", JournalVocabulary},
+    Route{ItemKind::Note, L"seting note field", NoteVocabulary},
+    Route{ItemKind::DistList, L"seting distlist field", DistListVocabulary},
+    Route{ItemKind::Report, L"seting report field", ReportVocabulary},
+    Route{ItemKind::TaskRequest, L"seting taskrequest field", TaskRequestVocabulary},
+    Route{ItemKind::Meeting, L"seting meeting field", MeetingVocabulary},
 };
 
 /// The kinds whose linked contacts can be written.
@@ -138,6 +142,13 @@ constexpr std::array kCommonFields{
     FieldRow{L"Sent On Behalf Of", get::mapiText(0x0042001F)},
 };
 
+/// The MAPI view of an item; none for one that hasn't any.
+mapi::Pointer<IMessage> MessageOf(const outlook::Reference& item) {
+    mapi::Pointer<IMessage> message;
+    message.Query(outlook::UnknownOf(item.GetProperty(L"MAPIOBJECT")), mapi::kIidMessage);
+    return message;
+}
+
 const FieldRow* FindField(std::span<const FieldRow> fields, const std::wstring& name) {
     const auto row = std::ranges::find(fields, name, &FieldRow::name);
     return row == fields.end() ? nullptr : &*row;
@@ -177,8 +188,11 @@ std::wstring COutlookFuncs::SetFieldData(const ScriptText& fieldName, const Scri
     if (IsToDoFieldToWrite(name) && OutlookMajorVersion() < kFirstVersionWithToDo) {
         return operation.Fail(error::kOutlookVersion, L"Field is not supported for this OL version");
     }
-    if (name == L"Contacts" && HasRecordOf(kKindsWithContacts)) {
+    if (name == L"Contacts" && (m_objOccurrenceAppointment || HasRecordOf(kKindsWithContacts))) {
         return Written(SetContacts(data), operation);
+    }
+    if (auto answer = WriteRecurrenceField(name, data, operation)) {
+        return *answer;
     }
     for (const Route& route : kWriteRoutes) {
         if (const outlook::Reference& item = Item(route.kind); item) {
@@ -205,7 +219,9 @@ std::wstring COutlookFuncs::Written(bool written, Operation& operation) {
 /// their entry ids goes, as it would no longer fit.
 bool COutlookFuncs::SetContacts(const std::wstring& data) {
     const std::wstring list = Replaced(Replaced(data, L',', L';'), L'\r', L';');
-    IMessage& message = m_pMessage.Required();
+    const mapi::Pointer<IMessage> own =
+        m_objOccurrenceAppointment ? MessageOf(m_objOccurrenceAppointment) : m_pMessage;
+    IMessage& message = own.Required();
     ULONG contacts = 0;
     ULONG contactList = 0;
     ULONG contactEntryIds = 0;
@@ -229,6 +245,10 @@ std::wstring COutlookFuncs::GetFieldData(const ScriptText& fieldName) {
     }
     if (!m_pMessage) {
         return operation.Fail(error::kRecordNotFound, L"no current message selected");
+    }
+    if (auto text = ReadRecurrenceField(name)) {
+        LogLine(L"Returning %ls", text->c_str());
+        return *text;
     }
     if (IsToDoFieldToRead(name) && OutlookMajorVersion() < kFirstVersionWithToDo) {
         return operation.Fail(error::kOutlookVersion, L"Field is not supported for this OL version");
@@ -259,11 +279,65 @@ std::wstring COutlookFuncs::ReadRecordField(const std::wstring& name) {
     for (const Route& route : kReadRoutes) {
         if (const outlook::Reference& item = Item(route.kind); item) {
             LogLine(route.logLine);
-            return route.vocabulary ? ReadField(route.vocabulary(), name, {*this, item, m_pMessage.Get()})
-                                    : Fail(error::kUnavailable);
+            return ReadItemField(route.vocabulary(), item, name);
         }
     }
     return Fail(error::kNoRecord);
+}
+
+std::wstring COutlookFuncs::ReadItemField(const Vocabulary& vocabulary, const outlook::Reference& item,
+                                          const std::wstring& name) {
+    const mapi::Pointer<IMessage> message = vocabulary.usesItemsMessage ? MessageOf(item) : m_pMessage;
+    return ReadField(vocabulary, name, {*this, item, message.Get()});
+}
+
+bool COutlookFuncs::WriteItemField(const Vocabulary& vocabulary, const outlook::Reference& item,
+                                   const std::wstring& name, const std::wstring& data) {
+    const mapi::Pointer<IMessage> message = vocabulary.usesItemsMessage ? MessageOf(item) : m_pMessage;
+    return WriteField(vocabulary, name, data, {*this, item, message.Get()});
+}
+
+std::wstring COutlookFuncs::ReadMasterField(const std::wstring& name) {
+    return ReadItemField(AppointmentVocabulary(), m_objAppointmentItem, name);
+}
+
+/// An open occurrence sees its own fields, an exception without one the two that every exception has, an open
+/// pattern its own; none of them sees the fields that all kinds have in common.
+std::optional<std::wstring> COutlookFuncs::ReadRecurrenceField(const std::wstring& name) {
+    const bool isOfException =
+        EqualIgnoringCase(name, L"Deleted") || EqualIgnoringCase(name, L"Original Date");
+    if (m_objOccurrenceAppointment && !isOfException) {
+        LogLine(L"getting RP Appt field data");
+        return ReadItemField(AppointmentVocabulary(), m_objOccurrenceAppointment, name);
+    }
+    if (m_objOccurrenceTask) {
+        LogLine(L"getting RP Task field data");
+        return ReadItemField(TaskVocabulary(), m_objOccurrenceTask, name);
+    }
+    if (m_objException) {
+        LogLine(L"getting RP Exception field data");
+        return GetExceptValue(name);
+    }
+    if (m_objRecurrencePattern) {
+        LogLine(L"getting RP Exception field data"); // the pattern has no line of its own
+        return GetRecurPatternValue(name);
+    }
+    return std::nullopt;
+}
+
+std::optional<std::wstring> COutlookFuncs::WriteRecurrenceField(const std::wstring& name,
+                                                                const std::wstring& data,
+                                                                Operation& operation) {
+    if (m_objOccurrenceAppointment) {
+        LogLine(L"seting rp appt field");
+        return Written(WriteItemField(AppointmentVocabulary(), m_objOccurrenceAppointment, name, data),
+                       operation);
+    }
+    if (m_objRecurrencePattern) {
+        LogLine(L"seting rp field");
+        return SetRecurPatternValue(name, data);
+    }
+    return std::nullopt;
 }
 
 std::wstring COutlookFuncs::VerifyFieldData(const ScriptText& fieldName, const ScriptText& verifyData) {

@@ -16,7 +16,8 @@ namespace {
 
 const FieldRow* FindToRead(std::span<const FieldRow> fields, const std::wstring& name) {
     const auto row = std::ranges::find_if(fields, [&](const FieldRow& known) {
-        return known.get.conversion != GetBy::UnknownName && known.name == name;
+        const bool isNamed = known.isReadInAnyCase ? EqualIgnoringCase(known.name, name) : known.name == name;
+        return isNamed && known.get.conversion != GetBy::UnknownName;
     });
     return row == fields.end() ? nullptr : &*row;
 }
@@ -32,7 +33,8 @@ const FieldRow* FindToWrite(std::span<const FieldRow> fields, const std::wstring
 
 /// Looks in the kind's own fields, then among the to-do fields if the kind has them.
 template <typename Find>
-const FieldRow* FindIn(const Vocabulary& vocabulary, const std::wstring& name, Find find) {
+const FieldRow* FindIn(const Vocabulary& vocabulary, const std::wstring& given, Find find) {
+    const std::wstring name = vocabulary.ignoresBlanks ? Without(given, L' ') : given;
     const FieldRow* row = find(vocabulary.fields, name);
     return row || !vocabulary.hasToDoFields ? row : find(ToDoFields(), name);
 }

@@ -78,6 +78,7 @@ struct FieldRow {
     FieldGet get;
     FieldSet set = {};
     bool isWrittenInAnyCase = false; ///< the setter compares the name without regard to case
+    bool isReadInAnyCase = false;    ///< the getter does
 };
 
 /// The readings, by the words of the documentation.
@@ -177,9 +178,11 @@ struct Vocabulary {
     const wchar_t* getterName;           ///< in the log
     const wchar_t* setterName = nullptr; ///< in the log; null for a setter that doesn't log
     std::span<const FieldRow> fields;
-    bool hasToDoFields = false; ///< the to-do family belongs to the kind
-    bool cutsLineFeeds = false; ///< the getter takes every line feed out of its result
-    bool tellsFields = false;   ///< the setter logs the name of the field that it sets
+    bool hasToDoFields = false;    ///< the to-do family belongs to the kind
+    bool cutsLineFeeds = false;    ///< the getter takes every line feed out of its result
+    bool usesItemsMessage = false; ///< the item's own message is taken anew, since it may be an occurrence's
+    bool ignoresBlanks = false;    ///< blanks are taken out of a name before it is looked for
+    bool tellsFields = false;      ///< the setter logs the name of the field that it sets
 };
 
 /// The text of the field, or "!!ERROR!!" with the last error set: -1022 for a name that the kind can't read.

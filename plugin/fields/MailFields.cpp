@@ -2,6 +2,7 @@
 #include "MailFields.h"
 
 #include "SenderFields.h"
+#include "SharedFields.h"
 
 #include "frame/ErrorCodes.h"
 #include "frame/Text.h"
@@ -22,23 +23,9 @@ constexpr std::array kBodyFormatByLetter{EnumLetter{L'H', 2}, EnumLetter{L'P', 1
                                          EnumLetter{L'U', 0}};
 constexpr EnumChoice kBodyFormatLetters{kBodyFormatByLetter, {}};
 
-/// The colours: clear, purple, orange, green, yellow, blue, red.
-constexpr std::array kFlagIconByLetter{EnumLetter{L'C', 0}, EnumLetter{L'P', 1}, EnumLetter{L'O', 2},
-                                       EnumLetter{L'G', 3}, EnumLetter{L'Y', 4}, EnumLetter{L'B', 5},
-                                       EnumLetter{L'R', 6}};
-constexpr EnumChoice kFlagIconLetters{kFlagIconByLetter, {}};
-
-constexpr long kFlagMarked = 2;
-
 bool Refuse(std::int32_t code) {
     Fail(code);
     return false;
-}
-
-mapi::PropertyUnion LongProperty(long number) {
-    mapi::PropertyUnion value{};
-    value.l = number;
-    return value;
 }
 
 bool IsOutlook10(const FieldContext& context) {
@@ -48,31 +35,6 @@ bool IsOutlook10(const FieldContext& context) {
 bool SetRecipients(const FieldContext& context, const FieldRow& row, const std::wstring& data) {
     context.item.PutProperty(row.set.member, outlook::TextValue(Replaced(data, L',', L';')));
     return true;
-}
-
-/// Line ends become line feeds: first every pair of carriage return and line feed, then every carriage return
-/// left.
-std::wstring WithLineFeeds(const std::wstring& text) {
-    std::wstring result;
-    result.reserve(text.size());
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const bool isPair = text[i] == L'\r' && i + 1 < text.size() && text[i + 1] == L'\n';
-        if (!isPair) {
-            result += text[i] == L'\r' ? L'\n' : text[i];
-        }
-    }
-    return result;
-}
-
-std::wstring GetBody(const FieldContext& context, const FieldRow&) {
-    mapi::PropertyBlock block;
-    if (SUCCEEDED(context.engine.mapi_GetOneProp(mapi::tag::kBody, block, context.message))) {
-        return WithLineFeeds(block.AsText());
-    }
-    std::wstring text;
-    return context.engine.mapi_GetTextField(mapi::tag::kBody, text, context.message)
-               ? text
-               : Fail(error::kMapi, text);
 }
 
 bool SetBody(const FieldContext& context, const FieldRow&, const std::wstring& data) {
@@ -113,45 +75,6 @@ std::wstring GetRtfBody(const FieldContext& context, const FieldRow& row) {
     return text;
 }
 
-std::wstring GetInFolder(const FieldContext& context, const FieldRow&) {
-    return context.engine.CurrentFolder().Name();
-}
-
-/// A number, unlike the letters by which it is written.
-std::wstring GetFlagIcon(const FieldContext& context, const FieldRow&) {
-    mapi::PropertyBlock block;
-    if (FAILED(context.engine.mapi_GetOneProp(mapi::tag::kFlagIcon, block, context.message))) {
-        return L"None";
-    }
-    if (const long icon = block.AsLong().value_or(0); icon != 0) {
-        return FormatText(L"%ld", icon);
-    }
-    const std::wstring status = WordFor(context.item.GetLong(L"FlagStatus"), kFlagStatusWords);
-    return status == L"Complete" ? status : std::wstring();
-}
-
-/// Marks the item, whatever the letter: one that stands for no colour gives none.
-bool SetFlagIcon(const FieldContext& context, const FieldRow&, const std::wstring& data) {
-    context.engine.mapi_SetOneProp(mapi::tag::kFlagStatus, LongProperty(kFlagMarked), context.message);
-    const long icon = Choose(data, kFlagIconLetters).value_or(0);
-    context.engine.mapi_SetOneProp(mapi::tag::kFlagIcon, LongProperty(icon), context.message);
-    context.item.Call(L"Save");
-    return true;
-}
-
-bool SetFlagStatus(const FieldContext& context, const FieldRow&, const std::wstring& data) {
-    const auto status = Choose(data, kFlagStatusLetters);
-    if (!status) {
-        return Refuse(error::kFieldValue);
-    }
-    context.item.PutProperty(L"FlagStatus", outlook::LongValue(*status));
-    context.item.Call(L"Save");
-    if (*status < kFlagMarked) {
-        context.engine.mapi_SetOneProp(mapi::tag::kFlagIcon, LongProperty(*status), context.message);
-    }
-    return true;
-}
-
 constexpr FieldSet kRefused = set::refused(error::kFieldValue);
 
 constexpr FieldGet RtfBody() {
@@ -170,7 +93,7 @@ constexpr std::array kMailFields{
     FieldRow{L"Auto Forwarded", get::boolean(L"AutoForwarded"), set::flagT(L"AutoForwarded")},
     FieldRow{L"Bcc", get::unknownName, set::special(SetRecipients, L"BCC")},
     FieldRow{L"Billing Information", get::text(L"BillingInformation"), set::text(L"BillingInformation")},
-    FieldRow{L"Body", get::special(GetBody), set::special(SetBody)},
+    FieldRow{L"Body", get::special(GetBodyWithLineFeeds), set::special(SetBody)},
     FieldRow{L"Body Format", get::words(L"BodyFormat", kBodyFormatWords), set::special(SetBodyFormat)},
     FieldRow{L"Categories", get::text(L"Categories"), set::text(L"Categories")},
     FieldRow{L"Cc", get::unknownName, set::special(SetRecipients, L"CC")},

@@ -13,6 +13,7 @@ constexpr IID MapiIid(unsigned long first) {
 inline constexpr IID kIidSession = MapiIid(0x00020300);
 inline constexpr IID kIidMsgStore = MapiIid(0x00020306);
 inline constexpr IID kIidMessage = MapiIid(0x00020307);
+inline constexpr IID kIidAttachment = MapiIid(0x00020308);
 inline constexpr IID kIidFolder = MapiIid(0x0002030C);
 inline constexpr IID kIidStreamDocfile = MapiIid(0x0002032C);
 

@@ -78,6 +78,8 @@ inline LibraryFunction<HRESULT(LPSTREAM, ULONG, LPSTREAM*)> WrapCompressedRtfStr
     "WrapCompressedRTFStream", "WrapCompressedRTFStream@12"};
 
 inline LibraryFunction<HRESULT(LPMESSAGE, ULONG, WINBOOL*)> RtfSync{"RTFSync", "RTFSync@12"};
+inline LibraryFunction<SCODE(ULONG, LPBYTE, ULONG*, LPBYTE*)> CreateConversationIndex{
+    "ScCreateConversationIndex", "ScCreateConversationIndex@16"};
 inline LibraryFunction<LPMALLOC()> DefaultMalloc{"MAPIGetDefaultMalloc", "MAPIGetDefaultMalloc@0"};
 inline LibraryFunction<HRESULT(LPALLOCATEBUFFER, LPFREEBUFFER, ULONG, LPSTR, LPSTR, LPSTREAM*)>
     OpenStreamOnFile{"OpenStreamOnFile", "OpenStreamOnFile@24"};

@@ -157,5 +157,7 @@ using AddressList = std::unique_ptr<ADRLIST, FreeAddresses>;
 /// A list of one entry with one text property, its display name. The list and the entry's properties are
 /// blocks, as ResolveName wants them, which replaces the properties. Raises std::bad_alloc.
 AddressList MakeNameList(const std::wstring& displayName);
+/// The same with a second property, the kind of recipient (MAPI_TO and so on).
+AddressList MakeRecipientList(const std::wstring& displayName, long recipientType);
 
 } // namespace varden::mapi

@@ -235,7 +235,7 @@ constexpr std::array kNamedProperties{
 };
 
 /// Hands the name to MAPI in blocks of its own, as MAPI's callers do, and asks for its tag.
-bool FindTag(const GUID& propertySet, LONG id, const wchar_t* name, ULONG& tag, IMAPIProp* message) {
+HRESULT FindTag(const GUID& propertySet, LONG id, const wchar_t* name, ULONG& tag, IMAPIProp* message) {
     const auto nameId = mapi::AllocateBlock<MAPINAMEID>();
     const auto guid = mapi::AllocateBlock<GUID>();
     *guid = propertySet;
@@ -247,19 +247,24 @@ bool FindTag(const GUID& propertySet, LONG id, const wchar_t* name, ULONG& tag, 
         nameId->ulKind = MNID_ID;
         nameId->Kind.lID = id;
     }
-    return SUCCEEDED(mapi_TagFromNameId(*nameId, tag, 0, message));
+    return mapi_TagFromNameId(*nameId, tag, 0, message);
 }
 
 } // namespace
 
 bool mapi_PropTagFromFieldName(std::wstring_view fieldName, ULONG& tag, IMAPIProp* message) {
+    return SUCCEEDED(mapi_FindPropTag(fieldName, tag, message));
+}
+
+HRESULT mapi_FindPropTag(std::wstring_view fieldName, ULONG& tag, IMAPIProp* message) {
     if (const auto row = std::ranges::find(kFixedTags, fieldName, &FixedRow::fieldName);
         row != kFixedTags.end()) {
         tag = row->tag;
-        return true;
+        return S_OK;
     }
     const auto row = std::ranges::find(kNamedProperties, fieldName, &NamedRow::fieldName);
-    return row != kNamedProperties.end() && FindTag(row->propertySet, row->id, row->name, tag, message);
+    return row == kNamedProperties.end() ? E_INVALIDARG
+                                         : FindTag(row->propertySet, row->id, row->name, tag, message);
 }
 
 HRESULT mapi_TagFromNameId(MAPINAMEID& nameId, ULONG& tag, ULONG flags, IMAPIProp* message) {
@@ -276,7 +281,7 @@ HRESULT mapi_TagFromNameId(MAPINAMEID& nameId, ULONG& tag, ULONG flags, IMAPIPro
 }
 
 bool mapi_PublicStringToPropTag(const std::wstring& name, ULONG& tag, IMAPIProp* message) {
-    return FindTag(set::kPublicStrings, 0, name.c_str(), tag, message);
+    return SUCCEEDED(FindTag(set::kPublicStrings, 0, name.c_str(), tag, message));
 }
 
 } // namespace varden

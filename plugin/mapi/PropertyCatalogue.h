@@ -17,6 +17,9 @@ namespace varden {
 /// field that the catalogue doesn't hold and for a failed look-up.
 bool mapi_PropTagFromFieldName(std::wstring_view fieldName, ULONG& tag, IMAPIProp* message);
 
+/// The same with the look-up's status; E_INVALIDARG for a field that the catalogue doesn't hold.
+HRESULT mapi_FindPropTag(std::wstring_view fieldName, ULONG& tag, IMAPIProp* message);
+
 /// The same for one name as MAPI has it. Raises mapi::Unavailable for a null message.
 HRESULT mapi_TagFromNameId(MAPINAMEID& nameId, ULONG& tag, ULONG flags, IMAPIProp* message);
 

@@ -43,5 +43,12 @@ inline Interface kUserProperty(OutlookIid(0x00063042));
 inline Interface kRecurrencePattern(OutlookIid(0x00063044));
 inline Interface kExceptions(OutlookIid(0x0006304C));
 inline Interface kException(OutlookIid(0x0006304D));
+inline Interface kItemProperties(OutlookIid(0x000630A8));
+inline Interface kItemProperty(OutlookIid(0x000630A7));
+inline Interface kAddressList(OutlookIid(0x00063049));
+inline Interface kAddressEntries(OutlookIid(0x0006304A));
+inline Interface kAddressEntry(OutlookIid(0x0006304B));
+inline Interface kExchangeUser(OutlookIid(0x000630C9));
+inline Interface kPropertyAccessor(OutlookIid(0x0006302D));
 
 } // namespace varden::outlook

@@ -12,6 +12,7 @@
 #include <array>
 #include <cstdint>
 #include <ctime>
+#include <optional>
 #include <set>
 #include <span>
 #include <string>
@@ -20,6 +21,7 @@
 namespace varden {
 
 class Operation;
+struct Vocabulary;
 
 /// How a property was written. A refusal, of a computed property or an invalid value, is passed over: the
 /// message is saved all the same.
@@ -139,6 +141,16 @@ public:
     HRESULT mapi_SendMeeting(IMessage* message, IMsgStore* store);
     /// Accepts a meeting: puts it on the calendar and answers its organizer.
     HRESULT mapi_SendMeetingAccept(IMessage* message, IMsgStore* store);
+    /// Builds a task request in the Outbox, with the task embedded, and leaves it unsent.
+    HRESULT mapi_CreateTaskRequest(IMessage* task, IMsgStore* store, mapi::Pointer<IMessage>& request);
+    HRESULT mapi_OpenFolderFromStoreProp(mapi::Pointer<IMAPIFolder>& folder, ULONG folderTag,
+                                         IMsgStore* store);
+    HRESULT mapi_NextOwnerApptId(long& id, IMAPIFolder* folder);
+    HRESULT mapi_FinishMeetingMessage(IMessage& message, bool isUpdate);
+    HRESULT mapi_CopyMeetingToCalendar(IMessage& meeting, IMsgStore* store, mapi::Pointer<IMessage>& entry);
+    HRESULT mapi_CopyMeetingProps(IMessage& response, IMsgStore* store, IMessage& entry);
+    HRESULT mapi_FinishMeetingResponse(IMessage& response);
+    HRESULT mapi_RebindAcceptedMeeting(IMessage& entry);
     /// Writes the message to an MSG file, in place of a file of that name. "0", or "!!ERROR!!" with the last
     /// error set.
     std::wstring mapi_SaveToMSG(IMessage* message, const std::wstring& path);
@@ -148,6 +160,16 @@ public:
     const outlook::Application& ApplicationObject() const { return m_objApplication; }
     const outlook::Folder& CurrentFolder() const { return m_objCurrentFolder; }
     const mapi::Pointer<IMAPISession>& Session() const { return m_psession; }
+    IMessage* CurrentMessage() const { return m_pMessage.Get(); }
+    /// The appointment that an open occurrence belongs to, or the record itself.
+    const outlook::Reference& MasterAppointment() const { return m_objAppointmentItem; }
+    /// A field of that appointment.
+    std::wstring ReadMasterField(const std::wstring& name);
+    /// What the next meeting response answers: 2 tentative, 3 accepted, 4 declined.
+    void SetPendingResponse(long response) { m_lMeetingResponse = response; }
+    /// Makes the appointment of the current meeting the current record. "0", or "!!ERROR!!" with the last
+    /// error set.
+    std::wstring TakeAssociatedAppointment();
 
     // Recurrence (recurrence/)
 
@@ -163,6 +185,12 @@ public:
     std::wstring RPOpenExceptionAt(std::int32_t index);
     std::wstring RPEIGetPropertyCount();
     std::wstring RPEIOpenPropertyAt(std::int32_t index);
+    std::wstring RPEIGetPropertyData(const std::wstring& key);
+    std::wstring OpenExceptItemProps();
+    // A field of the open pattern, and one of the open exception.
+    std::wstring SetRecurPatternValue(const std::wstring& name, const std::wstring& data);
+    std::wstring GetRecurPatternValue(const std::wstring& name);
+    std::wstring GetExceptValue(const std::wstring& name);
 
     // Extensions of items (extensions/)
 
@@ -188,6 +216,7 @@ private:
     std::int32_t m_lItemCount = 0; ///< Count of m_objItems when it was last set
     std::int32_t m_nItemType = 0;  ///< item type of the current folder, or of the item that NewRecord makes
     std::int32_t m_nFolderIndex = 0;     ///< 0-based place of the next entry of the folder list
+    std::int32_t m_lMeetingResponse = 0; ///< the meeting response that waits to be sent, 0 for none
     std::int32_t m_nRootFolderIndex = 0; ///< 1-based place of the next root folder
 public:
     bool m_bStoreOnline = false; ///< stores are opened online
@@ -218,8 +247,17 @@ private:
     outlook::Items m_objItems; ///< the current folder's items, possibly restricted
     outlook::Folder m_objCurrentFolder;
     outlook::Folder m_objRootFolder; ///< base of absolute paths
-    IDispatchPtr m_objCurrentItem;   ///< the current record, of whichever kind
-    std::wstring m_strFilter;        ///< what GetFirstRecord applies, empty for none
+    outlook::Reference m_objRecurrencePattern{outlook::kRecurrencePattern};
+    outlook::Reference m_objExceptions{outlook::kExceptions};
+    outlook::Reference m_objException{outlook::kException}; ///< the one at the cursor of the walk
+    std::int32_t m_lException = 0; ///< 1-based place of the next exception, 0 without a walk
+    outlook::Reference m_objOccurrenceAppointment{outlook::kAppointmentItem};
+    outlook::Reference m_objOccurrenceTask{outlook::kTaskItem};
+    outlook::Reference m_objItemProperties{outlook::kItemProperties};
+    outlook::Reference m_objItemProperty{outlook::kItemProperty};
+    outlook::Reference m_objGlobalAddressList{outlook::kAddressList};
+    IDispatchPtr m_objCurrentItem; ///< the current record, of whichever kind
+    std::wstring m_strFilter;      ///< what GetFirstRecord applies, empty for none
     std::wstring m_strDefaultRootName;
     std::wstring m_strPublicRootName; ///< empty where there are no public folders
     std::vector<std::wstring> m_aFolderPaths;
@@ -314,6 +352,28 @@ private:
     bool ForwardCurrent();
     std::wstring AddToBody(const std::wstring& added, long bodyFormat);
 
+    // Meetings
+
+    HRESULT NumberMeeting(IMessage& meeting);
+    HRESULT CreateInOutbox(mapi::Pointer<IMessage>& message, IMsgStore* store);
+    HRESULT PointAtSentItems(IMessage& message, IMsgStore* store);
+    HRESULT WriteHeading(IMessage& message, const std::wstring& prefix, const std::wstring& subject,
+                         const std::wstring& messageClass);
+    HRESULT SendResponse(const mapi::Pointer<IMessage>& entry, IMsgStore* store);
+
+    // Recurrence
+
+    const outlook::Reference* RecurringItem(Operation& operation);
+    std::wstring SetRecurrenceType(const std::wstring& word, Operation& operation);
+    void EditBlobToWeekdays();
+    void SaveOccurrences();
+
+    // Extensions
+
+    std::wstring AddToFolderFields(const std::wstring& name, long type, Operation& operation);
+    void AppendMember(const SBinary& entryId);
+    outlook::Reference AddressEntries();
+
     // Mail in one call
 
     void SetMailField(const wchar_t* field, const ScriptText& data, const wchar_t* failureLine);
@@ -332,6 +392,15 @@ private:
     bool SetContacts(const std::wstring& data);
     std::wstring Written(bool written, Operation& operation);
     std::wstring ReadRecordField(const std::wstring& name);
+    /// A field that goes to the open occurrence, exception or pattern; none when nothing of the kind takes
+    /// it.
+    std::optional<std::wstring> ReadRecurrenceField(const std::wstring& name);
+    std::optional<std::wstring> WriteRecurrenceField(const std::wstring& name, const std::wstring& data,
+                                                     Operation& operation);
+    std::wstring ReadItemField(const Vocabulary& vocabulary, const outlook::Reference& item,
+                               const std::wstring& name);
+    bool WriteItemField(const Vocabulary& vocabulary, const outlook::Reference& item,
+                        const std::wstring& name, const std::wstring& data);
 };
 
 } // namespace varden

@@ -37,6 +37,12 @@ void COutlookFuncs::ReleaseItems() {
     }
     m_objCurrentItem = nullptr;
     m_pMessage.Release();
+    for (outlook::Reference* recurrence :
+         {&m_objOccurrenceAppointment, &m_objOccurrenceTask, &m_objItemProperty, &m_objItemProperties,
+          &m_objException, &m_objExceptions, &m_objRecurrencePattern}) {
+        recurrence->Release();
+    }
+    m_lException = 0;
 }
 
 void COutlookFuncs::LogoffSession() {
@@ -54,6 +60,7 @@ void COutlookFuncs::ReleaseSessionObjects(LogOffOutlook logOff) {
     m_aFolderIDs.clear();
     if (m_objApplication) {
         m_objItems.Release();
+        m_objGlobalAddressList.Release();
         m_objCurrentFolder.Release();
         m_objRootFolder.Release();
         if (m_objNamespace && logOff == LogOffOutlook::Yes) {
@@ -62,6 +69,9 @@ void COutlookFuncs::ReleaseSessionObjects(LogOffOutlook logOff) {
         }
         m_objNamespace.Release();
         m_objApplication.Release();
+    }
+    if (logOff == LogOffOutlook::Yes) {
+        m_lMeetingResponse = 0;
     }
     if (m_psession) {
         m_pMapiFolder.Release();

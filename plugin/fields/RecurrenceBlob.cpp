@@ -1,0 +1,23 @@
+// The recurrence blob as text.
+#include "RecurrenceBlob.h"
+
+#include "frame/ErrorCodes.h"
+#include "mapi/Diagnostics.h"
+#include "mapi/PropertyCatalogue.h"
+#include "session/COutlookFuncs.h"
+#include "session/Operation.h"
+
+namespace varden {
+
+std::wstring ReadRecurrenceBlob(const FieldContext& context, std::wstring_view catalogueName) {
+    ULONG tag = 0;
+    if (const HRESULT status = mapi_FindPropTag(catalogueName, tag, context.message); FAILED(status)) {
+        return Fail(status, mapi_HResultToText(status));
+    }
+    std::wstring text;
+    return context.engine.mapi_GetBinaryField(CHANGE_PROP_TYPE(tag, PT_BINARY), text, context.message)
+               ? text
+               : Fail(error::kMapi, text);
+}
+
+} // namespace varden

@@ -1,0 +1,325 @@
+// Meeting requests, updates and cancellations: the organizer's side.
+#include "session/COutlookFuncs.h"
+
+#include "frame/ErrorCodes.h"
+#include "mapi/Diagnostics.h"
+#include "mapi/InterfaceIds.h"
+#include "mapi/MeetingProperties.h"
+#include "mapi/NamedTags.h"
+#include "mapi/PropertyCatalogue.h"
+#include "mapi/Tags.h"
+#include "session/Operation.h"
+
+#include <array>
+#include <limits>
+
+namespace varden {
+
+namespace {
+
+namespace tag = mapi::tag;
+using mapi::NameSet;
+using mapi::NumberedName;
+
+constexpr long kStatusReceived = 3;
+constexpr long kStatusCanceled = 5;
+constexpr long kStatusReceivedAndCanceled = 7;
+constexpr long kMeetingIcon = 1026;
+
+HRESULT FailStep(HRESULT status, const wchar_t* text) {
+    Fail(error::kMapi, status, text);
+    return status;
+}
+
+HRESULT SetLong(IMessage& message, ULONG longTag, long number) {
+    SPropValue property{};
+    property.ulPropTag = longTag;
+    property.Value.l = number;
+    return mapi::SetOneProp(&message, &property);
+}
+
+HRESULT SetText(IMessage& message, ULONG textTag, const std::wstring& text) {
+    SPropValue property{};
+    property.ulPropTag = textTag;
+    property.Value.lpszW = const_cast<LPWSTR>(text.c_str());
+    return mapi::SetOneProp(&message, &property);
+}
+
+/// The long of a property; none where it can't be read.
+std::optional<long> LongOf(IMAPIProp& object, ULONG longTag) {
+    mapi::Block<SPropValue> value;
+    if (FAILED(mapi::GetOneProp(&object, longTag, mapi::Out(value))) ||
+        PROP_TYPE(value->ulPropTag) != PT_LONG) {
+        return std::nullopt;
+    }
+    return value->Value.l;
+}
+
+std::optional<std::wstring> TextOf(IMAPIProp& object, ULONG textTag) {
+    mapi::Block<SPropValue> value;
+    if (FAILED(mapi::GetOneProp(&object, textTag, mapi::Out(value)))) {
+        return std::nullopt;
+    }
+    return value->Value.lpszW ? std::wstring(value->Value.lpszW) : std::wstring();
+}
+
+/// The tag of a field by the catalogue, with the type that it is written with.
+ULONG TypedTag(const wchar_t* fieldName, ULONG type, IMessage& message) {
+    ULONG found = 0;
+    mapi_PropTagFromFieldName(fieldName, found, &message);
+    return CHANGE_PROP_TYPE(found, type);
+}
+
+/// The appointment remembers that it went out: everybody is invited, the organizer has answered, its icon is
+/// a meeting's.
+HRESULT MarkInvited(IMessage& appointment) {
+    std::array<SPropValue, 3> properties{};
+    properties[0].ulPropTag = TypedTag(L"FInvited", PT_BOOLEAN, appointment);
+    properties[0].Value.b = TRUE;
+    properties[1].ulPropTag = TypedTag(L"Response Status", PT_LONG, appointment);
+    properties[1].Value.l = 1;
+    properties[2].ulPropTag = tag::kIconIndex;
+    properties[2].Value.l = kMeetingIcon;
+    appointment.SetProps(static_cast<ULONG>(properties.size()), properties.data(), nullptr);
+    const std::array attached{NumberedName{NameSet::Meeting, 38}};
+    if (const auto tags = mapi::FindTags(attached, appointment); !tags.empty()) {
+        SetLong(appointment, CHANGE_PROP_TYPE(tags.front(), PT_LONG), 1);
+    }
+    return appointment.SaveChanges(KEEP_OPEN_READWRITE);
+}
+
+/// What a message says of itself: its class, subject and the prefix of the subject.
+struct Heading {
+    std::wstring messageClass = L"IPM.Schedule.Meeting.Request";
+    std::wstring subject;
+    std::wstring prefix;
+};
+
+Heading HeadingFor(long status, bool isUpdate, const std::optional<std::wstring>& topic) {
+    Heading heading;
+    if (!topic) {
+        return heading;
+    }
+    if (status == kStatusCanceled || status == kStatusReceivedAndCanceled) {
+        return {L"IPM.Schedule.Meeting.Canceled", L"Canceled: " + *topic, L"Canceled:"};
+    }
+    heading.subject = isUpdate ? L"Updated: " + *topic : *topic;
+    heading.prefix = isUpdate ? L"Updated:" : L"";
+    return heading;
+}
+
+/// The meeting's final properties; a failure is told to the log only.
+void SetFinalProperties(IMessage& message, long status) {
+    constexpr std::array names{
+        NumberedName{NameSet::Appointment, 33303}, NumberedName{NameSet::Appointment, 33312},
+        NumberedName{NameSet::Appointment, 33304}, NumberedName{NameSet::Appointment, 33285},
+        NumberedName{NameSet::Appointment, 33316}};
+    constexpr std::array<ULONG, 5> types{PT_LONG, PT_BOOLEAN, PT_LONG, PT_LONG, PT_LONG};
+    const std::array<long, 5> values{status + 2, FALSE, 5, 1, 0};
+    const std::vector<ULONG> tags = mapi::FindTags(names, message);
+    std::array<SPropValue, 5> properties{};
+    for (std::size_t i = 0; i < tags.size() && i < properties.size(); ++i) {
+        properties[i].ulPropTag = CHANGE_PROP_TYPE(tags[i], types[i]);
+        properties[i].Value.l = values[i];
+    }
+    if (const HRESULT status2 =
+            message.SetProps(static_cast<ULONG>(properties.size()), properties.data(), nullptr);
+        FAILED(status2)) {
+        LogLine(mapi_HResultName(status2));
+    }
+}
+
+} // namespace
+
+HRESULT COutlookFuncs::mapi_PrepareMeetingProps(IMessage* message, IMsgStore*) {
+    const LoggedOperation log(L"mapi_PrepareMeetingProps");
+    mapi::PrepareMeetingProperties(mapi::Present(message));
+    return S_OK;
+}
+
+HRESULT COutlookFuncs::mapi_OpenFolderFromStoreProp(mapi::Pointer<IMAPIFolder>& folder, ULONG folderTag,
+                                                    IMsgStore* store) {
+    const LoggedOperation log(L"mapi_OpenFolderFromStoreProp");
+    SizedSPropTagArray(1, tags) = {1, {folderTag}};
+    ULONG count = 0;
+    mapi::Block<SPropValue> entryId;
+    HRESULT status = mapi::Present(store).GetProps(reinterpret_cast<LPSPropTagArray>(&tags), 0, &count,
+                                                   mapi::Out(entryId));
+    if (status != S_OK) {
+        return FailStep(status, L"Unable to access store properties");
+    }
+    ULONG objectType = 0;
+    status = store->OpenEntry(entryId->Value.bin.cb, reinterpret_cast<LPENTRYID>(entryId->Value.bin.lpb),
+                              nullptr, MAPI_BEST_ACCESS, &objectType, folder.OutAs<IUnknown>());
+    if (FAILED(status)) {
+        Fail(error::kFolderNotFound, status, L"");
+    }
+    return status;
+}
+
+/// A number for the meeting that no other of the folder has: one more than the greatest, or else one in a
+/// gap.
+HRESULT COutlookFuncs::mapi_NextOwnerApptId(long& id, IMAPIFolder* folder) {
+    const LoggedOperation log(L"mapi_NextOwnerApptId");
+    mapi::Pointer<IMAPITable> table;
+    HRESULT status = mapi::Present(folder).GetContentsTable(0, table.Out());
+    if (FAILED(status)) {
+        return status;
+    }
+    SizedSPropTagArray(1, columns) = {1, {tag::kOwnerAppointmentId}};
+    SRestriction exists{};
+    exists.rt = RES_EXIST;
+    exists.res.resExist.ulPropTag = tag::kOwnerAppointmentId;
+    SizedSSortOrderSet(1, order) = {1, 0, 0, {{tag::kOwnerAppointmentId, TABLE_SORT_DESCEND}}};
+    if (FAILED(status = table->SetColumns(reinterpret_cast<LPSPropTagArray>(&columns), 0)) ||
+        FAILED(status = table->Restrict(&exists, 0)) ||
+        FAILED(status = table->SortTable(reinterpret_cast<LPSSortOrderSet>(&order), 0))) {
+        return status;
+    }
+    const auto next = [&]() -> std::optional<long> {
+        mapi::RowSet rows;
+        if (FAILED(status = table->QueryRows(1, 0, rows.Out())) || rows.Rows().empty()) {
+            return std::nullopt;
+        }
+        return rows.Rows().front().lpProps[0].Value.l;
+    };
+    std::optional<long> previous = next();
+    if (!previous) {
+        id = 1;
+        return status;
+    }
+    if (*previous >= 0 && *previous < std::numeric_limits<long>::max()) {
+        id = *previous + 1;
+        return status;
+    }
+    for (std::optional<long> row = next(); row; row = next()) {
+        if (*previous > *row + 1) {
+            id = *row - 1;
+            return status;
+        }
+        previous = row;
+    }
+    id = *previous - 1;
+    return status;
+}
+
+HRESULT COutlookFuncs::mapi_SendMeeting(IMessage* appointment, IMsgStore* store) {
+    const LoggedOperation log(L"mapi_SendMeeting");
+    IMessage& meeting = mapi::Present(appointment);
+    // An appointment with an owner's number has gone out before.
+    const bool isUpdate = LongOf(meeting, tag::kOwnerAppointmentId).value_or(0) >= 1;
+    if (!isUpdate) {
+        if (const HRESULT status = NumberMeeting(meeting); FAILED(status)) {
+            return status;
+        }
+    }
+    if (const auto subject = TextOf(meeting, tag::kSubject)) {
+        SPropValue topic{};
+        topic.ulPropTag = tag::kConversationTopic;
+        topic.Value.lpszW = const_cast<LPWSTR>(subject->c_str());
+        meeting.SetProps(1, &topic, nullptr);
+    }
+    mapi::Pointer<IMessage> message;
+    if (const HRESULT status = CreateInOutbox(message, store); FAILED(status)) {
+        return status;
+    }
+    const auto excluded =
+        mapi::ExcludedFromRequest(isUpdate ? mapi::SendKind::Update : mapi::SendKind::FirstRequest, meeting);
+    const HRESULT copied = meeting.CopyTo(0, nullptr, excluded.get(), 0, nullptr, &mapi::kIidMessage,
+                                          message.Get(), MAPI_NOREPLACE, nullptr);
+    LogLine(mapi_HResultName(copied));
+    if (const HRESULT status = MarkInvited(meeting); FAILED(status)) {
+        return status;
+    }
+    if (const HRESULT status = PointAtSentItems(message.Required(), store); FAILED(status)) {
+        return status;
+    }
+    mapi::AddressList list;
+    if (const HRESULT status = mapi_AddrListFromMessage(&meeting, list); FAILED(status)) {
+        return status;
+    }
+    if (list) {
+        if (const HRESULT status = message->ModifyRecipients(MODRECIP_ADD, list.get()); FAILED(status)) {
+            return FailStep(status, L"Failed to modify recipients.");
+        }
+    }
+    return mapi_FinishMeetingMessage(message.Required(), isUpdate);
+}
+
+/// Gives the meeting its owner's number and saves it with it.
+HRESULT COutlookFuncs::NumberMeeting(IMessage& meeting) {
+    long id = 0;
+    const outlook::Folder calendar = m_objNamespace.DefaultFolder(outlook::DefaultFolder::Calendar);
+    mapi::Pointer<IMAPIFolder> folder;
+    HRESULT status = folder.Query(outlook::UnknownOf(calendar.MapiObject()), mapi::kIidFolder);
+    if (SUCCEEDED(status)) {
+        status = mapi_NextOwnerApptId(id, folder.Get());
+    }
+    if (FAILED(status)) {
+        return status;
+    }
+    SPropValue property{};
+    property.ulPropTag = tag::kOwnerAppointmentId;
+    property.Value.l = id;
+    status = meeting.SetProps(1, &property, nullptr);
+    return FAILED(status) ? status : meeting.SaveChanges(KEEP_OPEN_READWRITE);
+}
+
+HRESULT COutlookFuncs::CreateInOutbox(mapi::Pointer<IMessage>& message, IMsgStore* store) {
+    mapi::Pointer<IMAPIFolder> outbox;
+    if (const HRESULT status = mapi_OpenFolderFromStoreProp(outbox, tag::kIpmOutboxEntryId, store);
+        FAILED(status)) {
+        return status;
+    }
+    const HRESULT status = outbox->CreateMessage(nullptr, 0, message.Out());
+    return FAILED(status) ? FailStep(status, L"Unable to create message") : status;
+}
+
+/// Tells the message where its sent copy belongs.
+HRESULT COutlookFuncs::PointAtSentItems(IMessage& message, IMsgStore* store) {
+    SizedSPropTagArray(1, tags) = {1, {tag::kIpmSentmailEntryId}};
+    ULONG count = 0;
+    mapi::Block<SPropValue> sentItems;
+    const HRESULT status = mapi::Present(store).GetProps(reinterpret_cast<LPSPropTagArray>(&tags), 0, &count,
+                                                         mapi::Out(sentItems));
+    if (status != S_OK) {
+        return FailStep(status, L"Unable to access store properties");
+    }
+    SPropValue target = *sentItems;
+    target.ulPropTag = tag::kSentmailEntryId;
+    return message.SetProps(1, &target, nullptr);
+}
+
+HRESULT COutlookFuncs::mapi_FinishMeetingMessage(IMessage& message, bool isUpdate) {
+    const LoggedOperation log(L"mapi_FinishMeetingMessage");
+    ULONG statusTag = 0;
+    const bool isKnown = mapi_PropTagFromFieldName(L"Meeting Status", statusTag, &message);
+    const long status = (isKnown ? LongOf(message, statusTag) : std::nullopt).value_or(kStatusReceived);
+    const Heading heading = HeadingFor(status, isUpdate, TextOf(message, tag::kConversationTopic));
+    if (const HRESULT written = WriteHeading(message, heading.prefix, heading.subject, heading.messageClass);
+        FAILED(written)) {
+        return written;
+    }
+    SetFinalProperties(message, status);
+    const HRESULT submitted = message.SubmitMessage(0);
+    return FAILED(submitted) ? FailStep(submitted, L"Failed to submit message") : submitted;
+}
+
+/// An empty prefix and an empty subject aren't written.
+HRESULT COutlookFuncs::WriteHeading(IMessage& message, const std::wstring& prefix,
+                                    const std::wstring& subject, const std::wstring& messageClass) {
+    if (!prefix.empty()) {
+        if (const HRESULT status = SetText(message, tag::kSubjectPrefix, prefix); FAILED(status)) {
+            return FailStep(status, L"Failed to set prefix message.");
+        }
+    }
+    if (!subject.empty()) {
+        if (const HRESULT status = SetText(message, tag::kSubject, subject); FAILED(status)) {
+            return FailStep(status, L"Failed to set subject.");
+        }
+    }
+    const HRESULT status = SetText(message, tag::kMessageClass, messageClass);
+    return FAILED(status) ? FailStep(status, L"Failed to set message class.") : status;
+}
+
+} // namespace varden
