@@ -81,6 +81,15 @@ void Recorder::FailCall(std::uint64_t number, HRESULT status, std::vector<Side> 
     for (const Side side : sides) {
         m_failSide[static_cast<std::size_t>(side)] = true;
     }
+    m_failMember.clear();
+    m_callsToFailure = number;
+    m_failure = status;
+    m_hasFailed = false;
+}
+
+void Recorder::FailMember(std::wstring interfaceAndMember, HRESULT status, std::uint64_t number) {
+    m_failSide.fill(true);
+    m_failMember = std::move(interfaceAndMember);
     m_callsToFailure = number;
     m_failure = status;
     m_hasFailed = false;
@@ -99,13 +108,20 @@ void Recorder::StopTrace() {
     }
 }
 
-HRESULT Recorder::Begin(Side side, const wchar_t*, const wchar_t*) {
+bool Recorder::IsToFail(Side side, const wchar_t* interfaceName, const wchar_t* member) const {
+    if (m_callsToFailure == 0 || !m_failSide[static_cast<std::size_t>(side)]) {
+        return false;
+    }
+    return m_failMember.empty() || m_failMember == std::wstring(interfaceName) + L"::" + member;
+}
+
+HRESULT Recorder::Begin(Side side, const wchar_t* interfaceName, const wchar_t* member) {
     const auto index = static_cast<std::size_t>(side);
     ++m_calls[index];
     if (m_roundTrip > 0 && side != Side::FileMaker) {
         BusyWait(m_roundTrip);
     }
-    if (m_callsToFailure != 0 && m_failSide[index] && --m_callsToFailure == 0) {
+    if (IsToFail(side, interfaceName, member) && --m_callsToFailure == 0) {
         m_hasFailed = true;
         return m_failure;
     }
@@ -114,8 +130,8 @@ HRESULT Recorder::Begin(Side side, const wchar_t*, const wchar_t*) {
 
 void Recorder::End(Side side, const wchar_t* interfaceName, const wchar_t* member, HRESULT status) {
     if (m_trace) {
-        const std::wstring line = std::wstring(SideName(side)) + L'\t' + interfaceName + L'\t' + member + L'\t' +
-                                  Hexadecimal(status) + L'\n';
+        const std::wstring line = std::wstring(SideName(side)) + L'\t' + interfaceName + L'\t' + member +
+                                  L'\t' + Hexadecimal(status) + L'\n';
         const std::string narrow = Utf8(line);
         std::fwrite(narrow.data(), 1, narrow.size(), m_trace);
     }

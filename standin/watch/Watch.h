@@ -19,18 +19,19 @@ inline constexpr std::size_t kSideCount = 3;
 /// The word for a side in traces and counts.
 const wchar_t* SideName(Side side);
 
-/// Watches calls. The program that hosts the plug-in owns one and hands its address to every stand-in library, so
-/// that one trace holds all sides in order. All calls arrive on one thread.
+/// Watches calls. The program that hosts the plug-in owns one and hands its address to every stand-in
+/// library, so that one trace holds all sides in order. All calls arrive on one thread.
 class Watch {
-  public:
+public:
     virtual ~Watch() = default;
 
-    /// A call from outside begins. Gives the status that it is to answer at once instead of running; S_OK: it runs.
+    /// A call from outside begins. Gives the status that it is to answer at once instead of running; S_OK: it
+    /// runs.
     virtual HRESULT Begin(Side side, const wchar_t* interfaceName, const wchar_t* member) = 0;
     /// The call that began last ends with this status.
     virtual void End(Side side, const wchar_t* interfaceName, const wchar_t* member, HRESULT status) = 0;
-    /// A caller broke the platform's rules in a way that the platform answers with memory corruption and not with a
-    /// status: a buffer freed twice, an object used after its last release.
+    /// A caller broke the platform's rules in a way that the platform answers with memory corruption and not
+    /// with a status: a buffer freed twice, an object used after its last release.
     virtual void Violation(const std::wstring& text) = 0;
 };
 
@@ -38,8 +39,9 @@ class Watch {
 Watch* CurrentWatch();
 void SetCurrentWatch(Watch* watch);
 
-/// One call that crosses into a stand-in, for the time it lasts. Calls that the stand-in makes of itself while a
-/// call from outside is under way are part of that call: they are neither counted nor traced, nor can they fail.
+/// One call that crosses into a stand-in, for the time it lasts. Calls that the stand-in makes of itself
+/// while a call from outside is under way are part of that call: they are neither counted nor traced, nor can
+/// they fail.
 ///
 ///     HRESULT Message::SaveChanges(ULONG flags) {
 ///         Crossing call(Side::Mapi, L"IMessage", L"SaveChanges");
@@ -47,7 +49,7 @@ void SetCurrentWatch(Watch* watch);
 ///         return call.Return(Save(flags));
 ///     }
 class Crossing {
-  public:
+public:
     Crossing(Side side, const wchar_t* interfaceName, const wchar_t* member);
     ~Crossing();
     Crossing(const Crossing&) = delete;
@@ -59,7 +61,7 @@ class Crossing {
     /// Notes the status for the trace and gives it back.
     HRESULT Return(HRESULT status) { return m_status = status; }
 
-  private:
+private:
     Side m_side;
     const wchar_t* m_interfaceName;
     const wchar_t* m_member;
@@ -72,19 +74,19 @@ class Crossing {
 ///
 ///     class Message { LiveCount m_alive{g_liveMessages}; };
 class LiveCount {
-  public:
+public:
     explicit LiveCount(std::int64_t& counter) : m_counter(counter) { ++m_counter; }
     LiveCount(const LiveCount& other) : m_counter(other.m_counter) { ++m_counter; }
     LiveCount& operator=(const LiveCount&) = delete;
     ~LiveCount() { --m_counter; }
 
-  private:
+private:
     std::int64_t& m_counter;
 };
 
 /// The watch that hosting programs use: counts, writes a trace, plans failures, collects violations.
 class Recorder final : public Watch {
-  public:
+public:
     ~Recorder() override;
 
     /// Forgets counts and violations; a planned failure is cancelled.
@@ -94,13 +96,16 @@ class Recorder final : public Watch {
 
     /// Of the calls on these sides from now on, the `number`-th (from 1) answers `status`.
     void FailCall(std::uint64_t number, HRESULT status, std::vector<Side> sides);
+    /// The `number`-th call (from 1) of this member from now on answers `status`: "IMAPITable::SetColumns".
+    void FailMember(std::wstring interfaceAndMember, HRESULT status, std::uint64_t number = 1);
     /// Whether the planned failure has come to pass.
     bool HasFailed() const { return m_hasFailed; }
 
     /// Every call from now on takes at least this long, as it does where Outlook is another process.
     void SetRoundTrip(double microseconds) { m_roundTrip = microseconds; }
 
-    /// Writes a line per call to the file (UTF-8): side, interface, member, status in hexadecimal, tabs between.
+    /// Writes a line per call to the file (UTF-8): side, interface, member, status in hexadecimal, tabs
+    /// between.
     bool StartTrace(const std::wstring& path);
     void StopTrace();
     /// Keeps the lines in memory for a test; Lines() gives them as "MAPI IMessage::SaveChanges 00000000".
@@ -111,9 +116,12 @@ class Recorder final : public Watch {
     void End(Side side, const wchar_t* interfaceName, const wchar_t* member, HRESULT status) override;
     void Violation(const std::wstring& text) override;
 
-  private:
+private:
+    bool IsToFail(Side side, const wchar_t* interfaceName, const wchar_t* member) const;
+
     std::array<std::uint64_t, kSideCount> m_calls{};
     std::array<bool, kSideCount> m_failSide{};
+    std::wstring m_failMember;          // empty: any member on the sides to fail
     std::uint64_t m_callsToFailure = 0; // 0: none planned
     HRESULT m_failure = S_OK;
     bool m_hasFailed = false;
