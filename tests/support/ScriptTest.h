@@ -91,9 +91,9 @@ private:
 /// A message to be put into a folder.
 struct MessageToAdd {
     std::wstring messageClass = L"IPM.Note";
-    std::wstring subject;
-    std::wstring body;
-    standin::mailbox::PropertyBag more;
+    std::wstring subject = {};
+    std::wstring body = {};
+    standin::mailbox::PropertyBag more = {};
 };
 
 /// Puts a message into a folder as if it had arrived.
