@@ -106,7 +106,7 @@ PropertyBag Recipient(std::int32_t type, const wchar_t* name, const wchar_t* add
         row.Set<PR_EMAIL_ADDRESS_W>(address);
     }
     if (smtp) {
-        row.Set<PR_SMTP_ADDRESS_W>(smtp);
+        row.Set<0x39FE001F>(smtp);
     }
     return row;
 }
@@ -374,7 +374,7 @@ TEST_F(MailFieldTest, FlagsAreWrittenAsLettersAndSavedAtOnce) {
     EXPECT_EQ(Set(L"Flag Status", L"None"), L"0");
     EXPECT_EQ(Get(L"Flag Icon"), L"");
     EXPECT_EQ(Set(L"Flag Status", L"Marked"), L"0");
-    EXPECT_EQ(Inbox().Messages().back()->Current().properties.GetOr<PR_FLAG_STATUS>(-1), 2);
+    EXPECT_EQ(Inbox().Messages().back()->Current().properties.GetOr<0x10900003>(-1), 2);
 }
 
 TEST_F(MailFieldTest, RecipientsAreWrittenWithCommasOrSemicolons) {
