@@ -57,7 +57,7 @@ constexpr ComputedProperty kRows[] = {
     {PR_RECORD_KEY, RecordKey, nullptr},
     {PR_OBJECT_TYPE, GiveNumber<MAPI_ATTACH>, nullptr},
     {PR_STORE_SUPPORT_MASK, SupportMask<StoreOf>, nullptr},
-    {PR_ATTACH_DATA_BIN, Data, SetData},
+    {PR_ATTACH_DATA_BIN, Data, SetData, true},
 };
 static_assert(IsAscending(kRows));
 

@@ -125,6 +125,7 @@ constexpr KeyRow<FolderFile> kFolderKeys[] = {
     {L"Id", true, [](FolderFile& file, const IniEntry& entry) { file.id = ParseId(entry); }},
     {L"Class", true, [](FolderFile& file, const IniEntry& entry) { file.containerClass = entry.value; }},
     {L"ItemType", true, [](FolderFile& file, const IniEntry& entry) { file.itemType = ParseNumber(entry); }},
+    {L"Place", false, [](FolderFile& file, const IniEntry& entry) { file.place = entry.value; }},
     {L"Name", false, [](FolderFile& file, const IniEntry& entry) { file.name = entry.value; }},
 };
 

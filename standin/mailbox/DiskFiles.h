@@ -30,6 +30,7 @@ struct StoreFile {
 struct FolderFile {
     std::uint64_t id = 0;
     std::optional<std::wstring> name; ///< if it isn't that of the file-system folder
+    std::wstring place;               ///< the file-system folder that the file was written for
     std::wstring containerClass;
     std::int32_t itemType = 0;
     std::vector<UserField> fields;

@@ -104,8 +104,12 @@ HRESULT DiskKeeper::WriteFolderFile(const Folder& folder, const std::wstring& na
     sections[0].Add(L"Id", std::to_wstring(folder.Id()));
     sections[0].Add(L"Class", folder.ContainerClass());
     sections[0].Add(L"ItemType", std::to_wstring(folder.DefaultItemType()));
-    if (folder.Id() > kIpmSubtreeId && NameFromFileName(m_places.NameOf(folder)) != name)
-        sections[0].Add(L"Name", name);
+    if (folder.Id() > kIpmSubtreeId) {
+        const std::wstring place = m_places.NameOf(folder);
+        sections[0].Add(L"Place", place);
+        if (NameFromFileName(place) != name)
+            sections[0].Add(L"Name", name);
+    }
     for (const UserField& field : folder.UserFields()) {
         IniSection section{L"Field", 0, {}};
         section.Add(L"Name", field.name);

@@ -170,22 +170,32 @@ void DiskLoader::ReadFolder(Folder& folder) {
     ReadSubfolders(folder, subfolders);
 }
 
-/// In order of their ids, which is that of their creation; those without an id come last, in order of name.
+/// In order of their ids, which is that of their creation. A folder that somebody made by hand has no file;
+/// one that somebody copied has an id that is in use. Both come last and get an id.
 void DiskLoader::ReadSubfolders(Folder& parent, const std::vector<std::wstring>& places) {
     std::vector<std::pair<std::wstring, std::optional<FolderFile>>> found;
     for (const std::wstring& place : places)
         found.emplace_back(place, ReadFolderFile(m_places.PathOf(parent) + L'\\' + place));
     std::ranges::stable_sort(found, {}, [](const auto& each) {
-        return each.second ? each.second->id : std::numeric_limits<std::uint64_t>::max();
+        const auto& [place, file] = each;
+        const std::uint64_t id = file ? file->id : std::numeric_limits<std::uint64_t>::max();
+        return std::pair(id,
+                         file && file->place != place); // of several with one id, the one it was written for
     });
-    for (const auto& [place, file] : found)
-        TakeInSubfolder(parent, place, file);
+    const Store& store = parent.Store();
+    decltype(found) withoutId;
+    for (auto& [place, file] : found) {
+        if (file && file->id < store.ReservedIds() && !store.FindFolder(file->id))
+            TakeInSubfolder(parent, place, file, true);
+        else
+            withoutId.emplace_back(place, std::move(file));
+    }
+    for (const auto& [place, file] : withoutId)
+        TakeInSubfolder(parent, place, file, false);
 }
 
-/// A folder that somebody made by hand has no file; one that somebody copied has an id that is in use. Both
-/// get an id.
 void DiskLoader::TakeInSubfolder(Folder& parent, const std::wstring& place,
-                                 const std::optional<FolderFile>& file) {
+                                 const std::optional<FolderFile>& file, bool hasId) {
     const std::wstring path = m_places.PathOf(parent) + L'\\' + place;
     Store& store = parent.Store();
     FolderDescription description{NameFromFileName(place), parent.DefaultItemType(), parent.ContainerClass()};
@@ -195,7 +205,6 @@ void DiskLoader::TakeInSubfolder(Folder& parent, const std::wstring& place,
         properties = Interpreting(path + L'\\' + kFolderFile,
                                   [&] { return ParseProperties(file->properties, store.Names()); });
     }
-    const bool hasId = file && file->id < store.ReservedIds() && !store.FindFolder(file->id);
     std::uint64_t id = hasId ? file->id : 0;
     if (!hasId)
         store.NewId(id);

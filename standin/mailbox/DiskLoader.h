@@ -36,7 +36,8 @@ private:
     void ReadOwnFolders(Store& store);
     void ReadFolder(Folder& folder);
     void ReadSubfolders(Folder& parent, const std::vector<std::wstring>& places);
-    void TakeInSubfolder(Folder& parent, const std::wstring& place, const std::optional<FolderFile>& file);
+    void TakeInSubfolder(Folder& parent, const std::wstring& place, const std::optional<FolderFile>& file,
+                         bool hasId);
     void ReadMessages(Folder& folder, const std::vector<std::wstring>& files);
     bool ReadMessage(Folder& folder, const std::wstring& path, Content& content);
     void LookAroundStores();

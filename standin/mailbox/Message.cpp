@@ -14,6 +14,10 @@ namespace {
 
 constexpr std::int32_t kRead = MSGFLAG_READ;
 
+/// What most messages have. A list that grows step by step would leave a hole in the heap with each message,
+/// and the heap would look through all of them for the next.
+constexpr std::size_t kRoomForProperties = 64;
+
 std::int32_t ReadMark(const Content& content) {
     return content.properties.GetOr<PR_MESSAGE_FLAGS>(0) & kRead;
 }
@@ -131,8 +135,11 @@ PropertyBag& OpenMessage::Edit() {
 HRESULT OpenMessage::EditContent(Content*& content) {
     if (const HRESULT status = CheckWritable(); FAILED(status))
         return status;
-    if (!m_copy)
-        m_copy = std::make_unique<Content>(*m_base);
+    if (!m_copy) {
+        m_copy = std::make_unique<Content>();
+        m_copy->properties.Reserve(kRoomForProperties);
+        *m_copy = *m_base;
+    }
     m_changed = true;
     content = m_copy.get();
     return S_OK;
@@ -167,10 +174,16 @@ HRESULT OpenMessage::Save(bool force) {
         return S_OK;
     if (const HRESULT status = CheckUnchanged(force); FAILED(status))
         return status;
-    auto content = std::make_shared<Content>(Current());
-    Stamp(*content);
-    if (const HRESULT status = m_target ? m_target->Save(content) : SaveToFolder(content); FAILED(status))
+    Content* changing = nullptr;
+    EditContent(changing);
+    Stamp(*changing);
+    // The working copy itself becomes what is saved; it is taken back if that fails.
+    auto content = std::make_shared<Content>(std::move(*m_copy));
+    const HRESULT status = m_target ? m_target->Save(content) : SaveToFolder(content);
+    if (FAILED(status)) {
+        *m_copy = std::move(*content);
         return status;
+    }
     m_base = std::move(content);
     m_copy.reset();
     m_changed = false;

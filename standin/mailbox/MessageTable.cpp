@@ -137,7 +137,7 @@ bool AccessLevel(const PropertyObject& object, Value& value) {
 }
 
 constexpr ComputedProperty kRows[] = {
-    {PR_SUBJECT_PREFIX_W, SubjectPrefix, SetText},
+    {PR_SUBJECT_PREFIX_W, SubjectPrefix, SetText, true},
     {PR_DISPLAY_BCC_W, DisplayNames<PR_DISPLAY_BCC_W, MAPI_BCC>, nullptr},
     {PR_DISPLAY_CC_W, DisplayNames<PR_DISPLAY_CC_W, MAPI_CC>, nullptr},
     {PR_DISPLAY_TO_W, DisplayNames<PR_DISPLAY_TO_W, MAPI_TO>, nullptr},

@@ -204,6 +204,7 @@ private:
         PropertyBag bag;
         ByteReader reader(*stream);
         reader.Skip(headerSize);
+        bag.Reserve(reader.Left() / sizeof(PropertyEntry));
         while (reader.Left() >= sizeof(PropertyEntry)) {
             const auto entry = reader.Take<PropertyEntry>();
             const TypeRow* type = FindType(TypeOf(entry.tag));

@@ -48,17 +48,23 @@ private:
 /// Writes the properties of one object: streams as they come, and at the end the property stream.
 class PropertyWriter {
 public:
-    PropertyWriter(StoragePointer storage, FileNames& names)
-        : m_storage(std::move(storage)), m_names(names) {}
+    PropertyWriter(StoragePointer storage, FileNames& names, UINT codePage)
+        : m_storage(std::move(storage)), m_names(names), m_codePage(codePage) {}
 
     void AddHeader(std::span<const std::uint8_t> header) { m_entries.AddBytes(header.data(), header.size()); }
 
+    /// Narrow text is written as Unicode.
     void Add(const Property& property) {
         const PropertyId id = m_names.FileId(property.id);
         if (id == 0)
             return;
-        const PropertyTag tag = MakeTag(id, TypeOf(property.value));
-        std::visit([&](const auto& value) { AddValue(tag, value); }, property.value);
+        const PropertyType type = TypeOf(property.value);
+        const bool isNarrow = (type & ~MV_FLAG) == PT_STRING8;
+        const auto wide =
+            isNarrow ? ConvertValue(property.value, (type & MV_FLAG) | PT_UNICODE, m_codePage) : std::nullopt;
+        const Value& value = wide ? *wide : property.value;
+        const PropertyTag tag = MakeTag(id, TypeOf(value));
+        std::visit([&](const auto& what) { AddValue(tag, what); }, value);
     }
     void AddObject(std::uint32_t kind) {
         constexpr std::uint32_t kNoSize = 0xFFFFFFFF;
@@ -127,6 +133,7 @@ private:
 
     StoragePointer m_storage;
     FileNames& m_names;
+    UINT m_codePage;
     ByteWriter m_entries;
 };
 
@@ -150,10 +157,11 @@ void WriteOleObject(IStorage* target, const Bytes& bytes) {
 void WriteMessage(IStorage* storage, const Content& content, FileNames& names, std::size_t headerSize,
                   int depth);
 
-void WriteAttachment(IStorage* storage, const Attachment& attachment, FileNames& names, int depth) {
+void WriteAttachment(IStorage* storage, const Attachment& attachment, FileNames& names, UINT codePage,
+                     int depth) {
     constexpr std::uint32_t kEmbeddedMessage = 1; // [MS-OXMSG] 2.4.2.2
     constexpr std::uint32_t kStorage = 4;
-    PropertyWriter writer(storage, names);
+    PropertyWriter writer(storage, names, codePage);
     writer.AddHeader(Bytes(kPartHeaderSize));
     for (const Property& property : attachment.properties)
         writer.Add(property);
@@ -172,7 +180,8 @@ void WriteMessage(IStorage* storage, const Content& content, FileNames& names, s
                   int depth) {
     if (depth > kMostNesting)
         throw Failure{MAPI_E_TOO_COMPLEX};
-    PropertyWriter writer(storage, names);
+    const UINT codePage = CodePageOf(content.properties);
+    PropertyWriter writer(storage, names, codePage);
     writer.AddHeader(MessageHeader(content, headerSize));
     for (const Property& property : content.properties)
         if (property.id != IdOf(PR_STORE_SUPPORT_MASK))
@@ -180,7 +189,7 @@ void WriteMessage(IStorage* storage, const Content& content, FileNames& names, s
     writer.Add({IdOf(PR_STORE_SUPPORT_MASK), std::int32_t{kStoreUnicodeOk}});
     writer.Finish();
     for (std::uint32_t i = 0; i < content.recipients.size(); ++i) {
-        PropertyWriter row(CreatePart(storage, PartName(kRecipientPrefix, i)), names);
+        PropertyWriter row(CreatePart(storage, PartName(kRecipientPrefix, i)), names, codePage);
         row.AddHeader(Bytes(kPartHeaderSize));
         for (const Property& property : content.recipients[i])
             row.Add(property);
@@ -188,7 +197,7 @@ void WriteMessage(IStorage* storage, const Content& content, FileNames& names, s
     }
     for (std::uint32_t i = 0; i < content.attachments.size(); ++i)
         WriteAttachment(CreatePart(storage, PartName(kAttachmentPrefix, i)), *content.attachments[i], names,
-                        depth);
+                        codePage, depth);
 }
 
 /// Takes the message out of a storage that had one: all elements whose names are of this format.

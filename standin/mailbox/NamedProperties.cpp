@@ -48,6 +48,7 @@ PropertyTag RemapTag(PropertyTag tag, const NamedProperties& from, NamedProperti
 
 PropertyBag RemapBag(const PropertyBag& bag, const NamedProperties& from, NamedProperties& to) {
     PropertyBag remapped;
+    remapped.Reserve(bag.Size());
     for (const Property& property : bag)
         if (const PropertyTag tag = RemapTag(property.Tag(), from, to))
             remapped.Put(tag, property.value);

@@ -168,6 +168,8 @@ public:
     /// Whether there was something to remove under the tag's id.
     bool Remove(PropertyTag tag);
     void Clear() { m_properties.clear(); }
+    /// Makes room for so many in all.
+    void Reserve(std::size_t count) { m_properties.reserve(count); }
 
     std::size_t Size() const { return m_properties.size(); }
     bool Empty() const { return m_properties.empty(); }

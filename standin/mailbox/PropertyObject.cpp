@@ -66,7 +66,7 @@ HRESULT PropertyObject::Write(PropertyTag tag, Value value) {
 HRESULT PropertyObject::Erase(PropertyTag tag) {
     if (const HRESULT status = CheckWritable(); FAILED(status))
         return status;
-    if (const ComputedProperty* row = Row(tag); row && !row->set)
+    if (const ComputedProperty* row = Row(tag); row && !row->erasable)
         return MAPI_E_COMPUTED;
     if (IsWithheld(tag) || !Stored().Contains(tag))
         return MAPI_E_NOT_FOUND;

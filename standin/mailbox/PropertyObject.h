@@ -20,6 +20,8 @@ struct ComputedProperty {
     /// Looks at a client's value before it is stored, and may alter it. S_FALSE: the value is taken care of
     /// and is not to be stored. A failure refuses it. Null: clients are refused with MAPI_E_COMPUTED.
     HRESULT (*set)(PropertyObject& object, Value& value);
+    /// Whether clients may remove it.
+    bool erasable = false;
 };
 
 /// An object with properties, as both views read and write them. Statuses are MAPI's.

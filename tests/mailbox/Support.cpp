@@ -33,6 +33,7 @@ TemporaryFolder::TemporaryFolder() {
     static int count = 0;
     m_path = std::filesystem::temp_directory_path() /
              ("mailbox-" + std::to_string(GetCurrentProcessId()) + "-" + std::to_string(++count));
+    std::filesystem::remove_all(m_path);
     std::filesystem::create_directories(m_path);
 }
 

@@ -1,0 +1,137 @@
+// Sending mail: who gets it, what it says of its way, and when it is refused.
+#include "standin/mailbox/SpecialFolders.h"
+#include "standin/mailbox/Tags.h"
+#include "tests/mailbox/Support.h"
+
+namespace standin::mailbox::test {
+namespace {
+
+class Submission : public ::testing::Test {
+protected:
+    std::unique_ptr<Mailbox> m_mailbox = MakeSampleWorld();
+    Folder& m_inbox = FolderNamed(*m_mailbox, L"Inbox");
+    Folder& m_outbox = FolderNamed(*m_mailbox, L"Outbox");
+    Folder& m_sent = FolderNamed(*m_mailbox, L"Sent Items");
+    Folder& m_backOffice = *m_mailbox->FindMailbox(L"Back Office")->SpecialFolder(kInbox);
+
+    std::shared_ptr<OpenMessage> Compose(const std::wstring& subject = L"Lunch") {
+        auto message = SaveMessage(m_outbox, subject);
+        EXPECT_EQ(message->Write(PR_SENTMAIL_ENTRYID, m_sent.EntryId()), S_OK);
+        return message;
+    }
+};
+
+TEST_F(Submission, DeliversToMailboxesHereAndFilesTheSendersCopy) {
+    const auto message = Compose();
+    AddRecipient(*message, L"Front Desk");
+    AddRecipient(*message, L"back.office@example.com", MAPI_CC);
+    AddRecipient(*message, L"Warehouse");
+    ASSERT_EQ(m_mailbox->Submit(*message), S_OK);
+    EXPECT_TRUE(m_outbox.Messages().empty());
+    ASSERT_EQ(m_sent.Messages().size(), 1u);
+    const auto sentFlags = m_sent.Messages()[0]->Get<PR_MESSAGE_FLAGS>();
+    EXPECT_EQ(sentFlags, static_cast<std::int32_t>(MSGFLAG_READ));
+    ASSERT_EQ(m_inbox.Messages().size(), 1u);
+    ASSERT_EQ(m_backOffice.Messages().size(), 1u);
+    const Message& arrived = *m_backOffice.Messages()[0];
+    EXPECT_EQ(m_backOffice.UnreadCount(), 1u);
+    EXPECT_EQ(arrived.Get<PR_MESSAGE_FLAGS>(), 0);
+    EXPECT_EQ(arrived.Get<PR_SENDER_NAME_W>(), L"Front Desk");
+    EXPECT_EQ(arrived.Get<PR_SENDER_ADDRTYPE_W>(), L"EX");
+    EXPECT_EQ(arrived.Get<PR_SENT_REPRESENTING_NAME_W>(), L"Front Desk");
+    EXPECT_EQ(arrived.Get<PR_RECEIVED_BY_NAME_W>(), L"Back Office");
+    EXPECT_EQ(arrived.Get<PR_DISPLAY_TO_W>(), L"Front Desk; Warehouse");
+    EXPECT_EQ(arrived.Get<PR_MESSAGE_CC_ME>(), true);
+    EXPECT_EQ(arrived.Get<PR_MESSAGE_TO_ME>(), false);
+    EXPECT_TRUE(arrived.Get<PR_MESSAGE_DELIVERY_TIME>());
+    EXPECT_TRUE(arrived.Get<PR_CLIENT_SUBMIT_TIME>());
+    EXPECT_TRUE(*m_inbox.Messages()[0]->Get<PR_MESSAGE_FLAGS>() & static_cast<std::int32_t>(MSGFLAG_FROMME));
+    EXPECT_NE(arrived.Get<PR_SEARCH_KEY>(), m_sent.Messages()[0]->Get<PR_SEARCH_KEY>());
+}
+
+TEST_F(Submission, WritesTheHeaderOfItsWay) {
+    const auto message = Compose(L"Grüße");
+    AddRecipient(*message, L"Front Desk");
+    AddRecipient(*message, L"Back Office", MAPI_BCC);
+    PropertyBag odd;
+    odd.Set<PR_DISPLAY_NAME_W>(L"Smith, \"Bob\"");
+    odd.Set<PR_ADDRTYPE_W>(L"SMTP");
+    odd.Set<PR_EMAIL_ADDRESS_W>(L"bob@example.org");
+    ASSERT_EQ(message->AddRecipient(odd), S_OK);
+    ASSERT_EQ(m_mailbox->Submit(*message), S_OK);
+    ASSERT_EQ(m_backOffice.Messages().size(), 1u);
+    const std::wstring headers = *m_backOffice.Messages()[0]->Get<PR_TRANSPORT_MESSAGE_HEADERS_W>();
+    EXPECT_EQ(headers.find(L"Back Office"), std::wstring::npos) << "blind copies stay blind";
+    EXPECT_NE(headers.find(L"\r\nFrom: Front Desk <front.desk@example.com>\r\n"), std::wstring::npos);
+    EXPECT_NE(
+        headers.find(
+            L"\r\nTo: Front Desk <front.desk@example.com>,\r\n \"Smith, \\\"Bob\\\"\" <bob@example.org>\r\n"),
+        std::wstring::npos);
+    EXPECT_NE(headers.find(L"\r\nSubject: =?utf-8?B?R3LDvMOfZQ==?=\r\n"), std::wstring::npos);
+    EXPECT_NE(headers.find(L"\r\nMessage-ID: <"), std::wstring::npos);
+    EXPECT_TRUE(headers.ends_with(L"\r\n\r\n"));
+    EXPECT_EQ(m_backOffice.Messages()[0]->Current().recipients.size(), 2u);
+}
+
+TEST_F(Submission, ReachesTheMembersOfAListOnceEach) {
+    const auto message = Compose();
+    AddRecipient(*message, L"All Hands");
+    AddRecipient(*message, L"Back Office");
+    ASSERT_EQ(m_mailbox->Submit(*message), S_OK);
+    EXPECT_EQ(m_inbox.Messages().size(), 1u);
+    EXPECT_EQ(m_backOffice.Messages().size(), 1u);
+}
+
+TEST_F(Submission, CarriesNamedPropertiesAndTheSenderInWhoseNameItGoes) {
+    Folder& archiveLike = m_backOffice;
+    archiveLike.Names().Id({kPsPublicStrings, L"in the way"}, true);
+    const PropertyName name{kPsPublicStrings, L"Case"};
+    const auto message = Compose();
+    AddRecipient(*message, L"Back Office");
+    ASSERT_EQ(message->Write(MakeTag(message->Names().Id(name, true), PT_LONG), std::int32_t{4711}), S_OK);
+    ASSERT_EQ(message->Write(PR_SENT_REPRESENTING_NAME_W, std::wstring(L"The Boss")), S_OK);
+    ASSERT_EQ(m_mailbox->Submit(*message), S_OK);
+    const Message& arrived = *m_backOffice.Messages().at(0);
+    Value value;
+    ASSERT_EQ(arrived.Read(MakeTag(arrived.Names().Id(name), PT_LONG), value), S_OK);
+    EXPECT_EQ(value, Value(std::int32_t{4711}));
+    EXPECT_EQ(arrived.Get<PR_SENT_REPRESENTING_NAME_W>(), L"The Boss");
+    EXPECT_EQ(arrived.Get<PR_SENDER_NAME_W>(), L"Front Desk");
+}
+
+TEST_F(Submission, IsRefusedAsMapiDoesIt) {
+    const auto elsewhere = SaveMessage(m_inbox, L"x");
+    AddRecipient(*elsewhere, L"Front Desk");
+    EXPECT_EQ(m_mailbox->Submit(*elsewhere), MAPI_E_NO_SUPPORT);
+    const auto message = Compose();
+    EXPECT_EQ(m_mailbox->Submit(*message), MAPI_E_NO_RECIPIENTS);
+    AddRecipient(*message, L"Front Desk");
+    ASSERT_EQ(message->Save(), S_OK);
+    std::shared_ptr<OpenMessage> readOnly;
+    ASSERT_EQ(m_outbox.OpenMessage(*message->Saved(), Access::Read, readOnly), S_OK);
+    EXPECT_EQ(m_mailbox->Submit(*readOnly), E_ACCESSDENIED);
+    ASSERT_EQ(m_mailbox->Submit(*message), S_OK);
+    EXPECT_EQ(m_mailbox->Submit(*message), MAPI_E_SUBMITTED);
+    EXPECT_EQ(message->Write(PR_BODY_W, std::wstring(L"late")), MAPI_E_OBJECT_DELETED);
+    EXPECT_EQ(m_inbox.Messages().size(), 2u) << "one saved here, one delivered";
+}
+
+TEST_F(Submission, LeavesTheCopyInTheOutboxOrDropsIt) {
+    const auto stays = SaveMessage(m_outbox, L"stays");
+    AddRecipient(*stays, L"Back Office");
+    ASSERT_EQ(m_mailbox->Submit(*stays), S_OK);
+    ASSERT_EQ(m_outbox.Messages().size(), 1u);
+    std::shared_ptr<OpenMessage> again;
+    ASSERT_EQ(m_outbox.OpenMessage(*m_outbox.Messages()[0], Access::Modify, again), S_OK);
+    EXPECT_EQ(m_mailbox->Submit(*again), MAPI_E_SUBMITTED);
+    const auto goes = Compose();
+    AddRecipient(*goes, L"Back Office");
+    ASSERT_EQ(goes->Write(PR_DELETE_AFTER_SUBMIT, true), S_OK);
+    ASSERT_EQ(m_mailbox->Submit(*goes), S_OK);
+    EXPECT_EQ(m_outbox.Messages().size(), 1u);
+    EXPECT_TRUE(m_sent.Messages().empty());
+    EXPECT_EQ(m_backOffice.Messages().size(), 2u);
+}
+
+} // namespace
+} // namespace standin::mailbox::test
