@@ -87,7 +87,7 @@ bool Arguments::Flag(std::size_t index, bool fallback) const {
 ComPtr<Object> OwnObject(const VARIANT& value) {
     ComPtr<Object> object;
     if (IsObject(value) && value.punkVal)
-        value.punkVal->QueryInterface(kOwnObject, reinterpret_cast<void**>(object.GetAddressOf()));
+        value.punkVal->QueryInterface(kOwnObject, reinterpret_cast<void**>(object.Out()));
     return object;
 }
 

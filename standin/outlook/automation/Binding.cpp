@@ -52,10 +52,18 @@ Binding::Binding(const Kind& kind) : m_model(ModelOf(kind)), m_rows(m_model.Memb
     for (const Row& row : kind.rows)
         if (!m_model.Find(row.name))
             throw Unknown(kind.name, row.name);
-    for (const std::span<const Row> table : {std::span<const Row>(kEveryObject), kind.shared, kind.rows})
-        for (const Row& row : table)
-            if (const Member* member = m_model.Find(row.name))
-                m_rows[m_model.IndexOf(*member)] = &row;
+    Enter(kEveryObject);
+    Enter(kind.shared);
+    for (const std::span<const Row>* topic : kind.topics)
+        Enter(*topic);
+    Enter(kind.rows);
+}
+
+/// Rows that come later replace those of the same name.
+void Binding::Enter(std::span<const Row> table) {
+    for (const Row& row : table)
+        if (const Member* member = m_model.Find(row.name))
+            m_rows[m_model.IndexOf(*member)] = &row;
 }
 
 const Binding& Binding::Of(const Kind& kind) {

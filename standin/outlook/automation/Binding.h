@@ -17,6 +17,8 @@ public:
     const Row* RowOf(const Member& member) const { return m_rows[m_model.IndexOf(member)]; }
 
 private:
+    void Enter(std::span<const Row> table);
+
     const Interface& m_model;
     std::vector<const Row*> m_rows; // by the place of the member
 };

@@ -96,9 +96,7 @@ private:
 } // namespace
 
 ComPtr<IUnknown> MakeEnumerator(ComPtr<Collection> collection) {
-    ComPtr<IUnknown> enumerator;
-    enumerator.Attach(new Enumerator(std::move(collection), 0));
-    return enumerator;
+    return ComPtr<IUnknown>::Adopt(new Enumerator(std::move(collection), 0));
 }
 
 } // namespace standin::outlook

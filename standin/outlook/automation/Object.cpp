@@ -20,8 +20,8 @@ std::int64_t g_liveObjects = 0;
 void SetThreadError(const Failure& failure, REFIID iid) {
     ComPtr<ICreateErrorInfo> created;
     ComPtr<IErrorInfo> info;
-    if (FAILED(CreateErrorInfo(created.GetAddressOf())) ||
-        FAILED(created->QueryInterface(IID_IErrorInfo, reinterpret_cast<void**>(info.GetAddressOf()))))
+    if (FAILED(CreateErrorInfo(created.Out())) ||
+        FAILED(created->QueryInterface(IID_IErrorInfo, reinterpret_cast<void**>(info.Out()))))
         return;
     created->SetGUID(iid);
     created->SetSource(const_cast<LPOLESTR>(kSource));
@@ -243,7 +243,8 @@ HRESULT Object::Read(const Request& request, _variant_t& value) {
             FAILED(status))
             return status;
     }
-    value = Carry(member, arguments);
+    _variant_t carried = Carry(member, arguments);
+    value.Attach(carried); // an assignment would copy
     if (isMethod || request.parameters.cArgs == 0)
         return S_OK;
     const ComPtr<Object> inner = OwnObject(value);

@@ -50,6 +50,7 @@ struct Kind {
     std::int32_t objectClass;         ///< OlObjectClass; the Class of most of its objects
     std::span<const Row> rows;        ///< its own members; each must be in the object model
     std::span<const Row> shared = {}; ///< members that it has in common with other kinds, where it has them
+    std::span<const std::span<const Row>* const> topics = {}; ///< further tables of such members
 };
 
 /// The published interface ids of Outlook differ in their first 32 bits only.
@@ -65,6 +66,8 @@ _variant_t Give(R (*function)(T&, Rest...), Object& object, const Rest&... rest)
     if constexpr (std::is_void_v<R>) {
         function(self, rest...);
         return {};
+    } else if constexpr (std::is_same_v<R, _variant_t>) {
+        return function(self, rest...);
     } else {
         return Result(function(self, rest...));
     }

@@ -26,9 +26,6 @@ inline constexpr Date kNoDate{949998.0};
 
 // What members give back, as a VARIANT. Each type has its own, so that nothing is converted on the way.
 
-inline _variant_t Result(_variant_t value) {
-    return value;
-}
 _variant_t Result(std::wstring_view text);
 inline _variant_t Result(const std::wstring& text) {
     return Result(std::wstring_view(text));

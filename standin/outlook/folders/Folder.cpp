@@ -66,9 +66,7 @@ ComPtr<ItemsObject> Items(FolderObject& folder) {
 
 ComPtr<IUnknown> MapiObject(FolderObject& folder) {
     folder.Folder();
-    ComPtr<IUnknown> object;
-    object.Attach(mapi::MakeFolder(folder.Shared()));
-    return object;
+    return ComPtr<IUnknown>::Adopt(mapi::MakeFolder(folder.Shared()));
 }
 
 ComPtr<PropertyAccessorObject> Accessor(FolderObject& folder) {
@@ -154,7 +152,7 @@ mailbox::Folder& FolderObject::Folder() const {
 }
 
 ComPtr<Object> FolderObject::Parent() {
-    return IsTopFolder(Folder()) ? TheNameSpace() : ComPtr<Object>(FolderFor(*m_folder->Parent()).Get());
+    return IsTopFolder(Folder()) ? TheNameSpace() : ComPtr<Object>(FolderFor(*m_folder->Parent()));
 }
 
 ComPtr<FolderObject> FolderFor(mailbox::Folder& folder) {

@@ -65,7 +65,7 @@ FoldersObject::FoldersObject(std::shared_ptr<mailbox::Folder> parent)
 }
 
 ComPtr<Object> FoldersObject::Parent() {
-    return m_parent ? ComPtr<Object>(FolderFor(*m_parent).Get()) : TheNameSpace();
+    return m_parent ? ComPtr<Object>(FolderFor(*m_parent)) : TheNameSpace();
 }
 
 std::int32_t FoldersObject::Count() {

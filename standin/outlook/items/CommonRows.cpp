@@ -20,9 +20,7 @@ bool Saved(ItemObject& item) {
 }
 
 ComPtr<IUnknown> MapiObject(ItemObject& item) {
-    ComPtr<IUnknown> object;
-    object.Attach(mapi::MakeMessage(item.Shared()));
-    return object;
+    return ComPtr<IUnknown>::Adopt(mapi::MakeMessage(item.Shared()));
 }
 
 ComPtr<PropertyAccessorObject> Accessor(ItemObject& item) {
@@ -33,11 +31,12 @@ void Save(ItemObject& item) {
     item.Save();
 }
 
-/// The object is dead afterwards, whether the item was ever saved or not.
 void Delete(ItemObject& item) {
-    if (const std::shared_ptr<mailbox::Message> saved = item.Message().Saved())
-        DeleteMessage(*saved);
-    item.LetGo();
+    item.Delete();
+}
+
+std::wstring EntryId(ItemObject& item) {
+    return item.EntryId();
 }
 
 /// What wasn't saved goes along. The item that is given back takes the place of this one, which is dead.
@@ -67,6 +66,7 @@ ComPtr<ItemObject> Copy(ItemObject& item) {
 
 /// OlInspectorClose. Nobody is there to be asked: what would be asked is answered by saving.
 void Close(ItemObject& item, const Arguments& arguments) {
+    item.CloseWindow();
     constexpr std::int32_t kSave = 0, kDiscard = 1, kPromptForSave = 2;
     switch (arguments.Number(0)) {
     case kSave:
@@ -79,6 +79,10 @@ void Close(ItemObject& item, const Arguments& arguments) {
     }
 }
 
+void Display(ItemObject& item, const Arguments& arguments) {
+    item.Display(arguments.Flag(0, false));
+}
+
 constexpr std::int32_t kFullItem = 1; // OlDownloadState
 
 constexpr Row kRows[] = {
@@ -87,7 +91,6 @@ constexpr Row kRows[] = {
     Stored(L"ConversationIndex", kHex, PR_CONVERSATION_INDEX),
     Stored(L"ConversationTopic", kText, PR_CONVERSATION_TOPIC_W),
     Stored(L"CreationTime", kSavedTime, PR_CREATION_TIME),
-    Stored(L"EntryID", kHex, PR_ENTRYID),
     Stored(L"Importance", kNumber, PR_IMPORTANCE, IMPORTANCE_NORMAL),
     Stored(L"LastModificationTime", kSavedTime, PR_LAST_MODIFICATION_TIME),
     Stored(L"MessageClass", kText, PR_MESSAGE_CLASS_W),
@@ -107,6 +110,8 @@ constexpr Row kRows[] = {
     {L"Close", Get<Close>},
     {L"Copy", Get<Copy>},
     {L"Delete", Get<Delete>},
+    {L"Display", Get<Display>},
+    {L"EntryID", Get<EntryId>},
     {L"DownloadState", Always<kFullItem>},
     {L"IsConflict", Always<false>},
     {L"MAPIOBJECT", Get<MapiObject>},

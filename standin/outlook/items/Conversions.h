@@ -50,7 +50,7 @@ std::optional<T> ReadAs(const mailbox::PropertyObject& object, const StoredPrope
 }
 
 /// Times of the model, UTC, as automation dates and back, by whole seconds as Outlook does it: cut off one
-/// way, rounded the other. Local time by the rules of the present time zone.
+/// way, rounded the other. Local time by the rules of the present time zone; 4501 is no date in any.
 Date LocalDate(mailbox::SysTime time);
 Date UtcDate(mailbox::SysTime time);
 mailbox::SysTime TimeOfLocal(Date date);

@@ -68,11 +68,13 @@ SysTime TimeOfUtc(Date date) {
 }
 
 Date LocalDate(SysTime time) {
-    return UtcDate(Shifted(time, SystemTimeToTzSpecificLocalTime));
+    const Date utc = UtcDate(time);
+    return utc == kNoDate ? kNoDate : UtcDate(Shifted(time, SystemTimeToTzSpecificLocalTime));
 }
 
 SysTime TimeOfLocal(Date date) {
-    return Shifted(TimeOfUtc(date), TzSpecificLocalTimeToSystemTime);
+    const SysTime time = TimeOfUtc(date);
+    return date == kNoDate ? time : Shifted(time, TzSpecificLocalTimeToSystemTime);
 }
 
 } // namespace standin::outlook

@@ -1,9 +1,12 @@
 // Items: opening, making, saving, deleting.
 #include "standin/outlook/items/Item.h"
 
+#include "standin/mailbox/EntryId.h"
 #include "standin/mailbox/Mailbox.h"
 #include "standin/mailbox/SpecialFolders.h"
+#include "standin/mapi/Bodies.h"
 #include "standin/outlook/folders/Folder.h"
+#include "standin/outlook/items/Completion.h"
 #include "standin/outlook/items/ItemRows.h"
 #include "standin/outlook/session/Session.h"
 
@@ -12,8 +15,11 @@ namespace {
 
 /// The members of a mail behind an interface that nobody knows: see Control::SetUnknownClass.
 const ItemKind& UnknownItem() {
-    static const ItemKind unknown{
-        .kind = {L"MailItem", 0, kMailItem.kind.objectClass, kMailItem.kind.rows, kMailItem.kind.shared}};
+    static const ItemKind unknown = [] {
+        ItemKind kind{.kind = kMailItem.kind};
+        kind.kind.interfaceId = 0;
+        return kind;
+    }();
     return unknown;
 }
 
@@ -23,6 +29,10 @@ bool IsOfUnknownClass(const mailbox::OpenMessage& message) {
 }
 
 } // namespace
+
+mailbox::OpenMessage& MessageOf(Object& item) {
+    return static_cast<ItemObject&>(item).Message();
+}
 
 _variant_t GetStored(Object& item, const Call& call) {
     return call.row.stored.conversion->read(static_cast<ItemObject&>(item).Message(), call.row.stored);
@@ -58,11 +68,42 @@ std::int32_t ItemObject::Class() const {
     return m_itemKind.objectClass ? m_itemKind.objectClass(Message()) : Object::Class();
 }
 
+std::wstring ItemObject::EntryId() const {
+    return mailbox::ToHex(Message().Get<PR_ENTRYID>().value_or(mailbox::Bytes()));
+}
+
+void ItemObject::Delete() {
+    if (const std::shared_ptr<mailbox::Message> saved = Message().Saved())
+        DeleteMessage(*saved);
+    LetGo();
+}
+
 void ItemObject::Save() {
     mailbox::OpenMessage& message = Message();
-    if (m_itemKind.complete && (message.IsChanged() || message.IsNew()))
-        m_itemKind.complete(message);
+    if (message.IsChanged() || message.IsNew())
+        Complete();
     Check(message.Save());
+}
+
+void ItemObject::Complete() {
+    CompleteAnyItem(Message());
+    if (m_itemKind.complete)
+        m_itemKind.complete(Message());
+}
+
+void ItemObject::LetGo() {
+    CloseWindow();
+    m_message = nullptr;
+}
+
+void ItemObject::Display(bool modal) {
+    const mailbox::OpenMessage& message = Message();
+    if (TheSwitches().closeWindowsAtOnce)
+        return;
+    mailbox::Value body;
+    mapi::ReadBody(message, PR_BODY_W, body);
+    const std::wstring* text = std::get_if<std::wstring>(&body);
+    m_window.Show(message.Get<PR_SUBJECT_W>().value_or(L""), text ? *text : std::wstring(), modal);
 }
 
 ComPtr<ItemObject> ItemFor(std::shared_ptr<mailbox::OpenMessage> message) {

@@ -3,12 +3,13 @@
 
 #include "standin/outlook/automation/Object.h"
 #include "standin/outlook/items/ItemKinds.h"
+#include "standin/outlook/items/Window.h"
 
 namespace standin::outlook {
 
 /// An item. It shares its working copy with its MAPIOBJECT: what one writes, the other reads; nobody else
 /// sees it before it is saved. Each request for an item gives an object with a working copy of its own.
-class ItemObject final : public Object {
+class ItemObject : public Object {
 public:
     ItemObject(const ItemKind& kind, std::shared_ptr<mailbox::OpenMessage> message);
 
@@ -19,13 +20,24 @@ public:
     ComPtr<Object> Parent() override;
     std::int32_t Class() const override;
 
+    /// Hexadecimal; empty for an item that was never saved.
+    virtual std::wstring EntryId() const;
     void Save();
+    /// Brings what follows from other properties up to date, as each save does.
+    void Complete();
+    /// As users do: into Deleted Items, or for good from there. The object has no item afterwards, whether it was
+    /// ever saved or not.
+    virtual void Delete();
     /// From now on this object has no item.
-    void LetGo() { m_message = nullptr; }
+    void LetGo();
+    /// Shows the item in a window, see ItemWindow. Hosts may have it closed at once.
+    void Display(bool modal);
+    void CloseWindow() { m_window.Close(); }
 
 private:
     const ItemKind& m_itemKind;
     std::shared_ptr<mailbox::OpenMessage> m_message;
+    ItemWindow m_window;
 };
 
 /// The item of an open message.

@@ -11,17 +11,10 @@
 namespace standin::outlook {
 namespace {
 
-void WriteFileAt(const std::wstring& path, std::span<const std::uint8_t> bytes) {
-    std::ofstream file(path.c_str(), std::ios::binary | std::ios::trunc);
-    file.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
-    if (!file.flush())
-        throw Failure(HRESULT_FROM_WIN32(ERROR_PATH_NOT_FOUND), L"Cannot save the file " + path + L".");
-}
-
 void SaveAsMsg(const mailbox::OpenMessage& message, const std::wstring& path) {
     mailbox::Bytes file;
     Check(mailbox::WriteMsgBytes(message.Current(), message.Names(), file));
-    WriteFileAt(path, file);
+    WriteOutFile(path, file);
 }
 
 /// In the system's code page, as Outlook writes it.
@@ -32,7 +25,7 @@ void SaveAsText(const mailbox::OpenMessage& message, const std::wstring& path) {
     const std::wstring whole = L"Subject:\t" + message.Get<PR_SUBJECT_W>().value_or(L"") + L"\r\n\r\n" +
                                (text ? *text : std::wstring()) + L"\r\n";
     const std::string narrow = mailbox::Narrow(whole, CP_ACP);
-    WriteFileAt(path, {reinterpret_cast<const std::uint8_t*>(narrow.data()), narrow.size()});
+    WriteOutFile(path, {reinterpret_cast<const std::uint8_t*>(narrow.data()), narrow.size()});
 }
 
 struct Format {
@@ -56,18 +49,25 @@ void SaveItemAs(ItemObject& item, const Arguments& arguments) {
     format->save(item.Message(), arguments.Text(kPath));
 }
 
-mailbox::Content ReadMsgFile(const std::wstring& path, mailbox::Folder& folder) {
+mailbox::Content ReadMsgFile(const std::wstring& path, mailbox::NamedProperties& names) {
     ComPtr<IStorage> storage;
-    const HRESULT status = StgOpenStorage(path.c_str(), nullptr, STGM_READ | STGM_SHARE_DENY_WRITE, nullptr,
-                                          0, storage.GetAddressOf());
+    const HRESULT status =
+        StgOpenStorage(path.c_str(), nullptr, STGM_READ | STGM_SHARE_DENY_WRITE, nullptr, 0, storage.Out());
     if (FAILED(status))
         throw Failure(status,
                       L"Cannot open file: " + path +
                           L". The file may not exist, you may not have permission to open it, or it may "
                           L"be open in another program.");
     mailbox::Content content;
-    Check(mailbox::ReadMsg(storage.Get(), folder.Names(), content));
+    Check(mailbox::ReadMsg(storage.Get(), names, content));
     return content;
+}
+
+void WriteOutFile(const std::wstring& path, std::span<const std::uint8_t> bytes) {
+    std::ofstream file(path.c_str(), std::ios::binary | std::ios::trunc);
+    file.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+    if (!file.flush())
+        throw Failure(HRESULT_FROM_WIN32(ERROR_PATH_NOT_FOUND), L"Cannot save the file " + path + L".");
 }
 
 } // namespace standin::outlook

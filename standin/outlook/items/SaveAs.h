@@ -9,8 +9,11 @@ namespace standin::outlook {
 /// writes subject and body. Other formats raise E_NOTIMPL, and numbers that are none E_INVALIDARG.
 void SaveItemAs(ItemObject& item, const Arguments& arguments);
 
-/// Reads an MSG file as the content of a new message of this folder. Raises what the file system or the file
-/// answers.
-mailbox::Content ReadMsgFile(const std::wstring& path, mailbox::Folder& folder);
+/// Reads an MSG file as content whose named properties have these names. Raises what the file system or the
+/// file answers.
+mailbox::Content ReadMsgFile(const std::wstring& path, mailbox::NamedProperties& names);
+
+/// Writes a file, in place of one that is there. Raises for a path that leads nowhere.
+void WriteOutFile(const std::wstring& path, std::span<const std::uint8_t> bytes);
 
 } // namespace standin::outlook

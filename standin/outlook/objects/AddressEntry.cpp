@@ -63,9 +63,7 @@ ComPtr<Object> Nobody(EntryObject&) {
 }
 
 ComPtr<IUnknown> MapiObject(EntryObject& object) {
-    ComPtr<IUnknown> unknown;
-    unknown.Attach(mapi::MakeAddressEntry(LoggedOnWorld().Addresses(), object.Entry()));
-    return unknown;
+    return ComPtr<IUnknown>::Adopt(mapi::MakeAddressEntry(LoggedOnWorld().Addresses(), object.Entry()));
 }
 
 ComPtr<PropertyAccessorObject> Accessor(EntryObject& object) {

@@ -9,19 +9,6 @@
 namespace standin::outlook {
 namespace {
 
-/// An array whose elements are all of one type; the type is that of the elements.
-_variant_t ArrayOf(std::vector<_variant_t> elements) {
-    SAFEARRAY* array = SafeArrayCreateVector(VT_VARIANT, 0, static_cast<ULONG>(elements.size()));
-    if (!array)
-        _com_issue_error(E_OUTOFMEMORY);
-    _variant_t value;
-    value.vt = VT_ARRAY | VT_VARIANT;
-    value.parray = array;
-    for (LONG i = 0; i < static_cast<LONG>(elements.size()); ++i)
-        SafeArrayPutElement(array, &i, &elements[static_cast<std::size_t>(i)]);
-    return value;
-}
-
 struct ToVariant {
     _variant_t operator()(std::int16_t number) const { return _variant_t(number); }
     _variant_t operator()(std::int32_t number) const { return Result(number); }
@@ -50,27 +37,6 @@ struct ToVariant {
         return {};
     }
 };
-
-std::optional<mailbox::Value> TextsOf(const VARIANT& value) {
-    if (value.vt == VT_BSTR)
-        return SplitKeywords(TextOf(value));
-    const bool ofVariants = value.vt == (VT_ARRAY | VT_VARIANT);
-    if ((!ofVariants && value.vt != (VT_ARRAY | VT_BSTR)) || !value.parray)
-        return std::nullopt;
-    LONG first = 0, last = -1;
-    SafeArrayGetLBound(value.parray, 1, &first);
-    SafeArrayGetUBound(value.parray, 1, &last);
-    std::vector<std::wstring> texts;
-    for (LONG i = first; i <= last; ++i) {
-        _variant_t element;
-        element.vt = ofVariants ? VT_EMPTY : VT_BSTR;
-        void* place = ofVariants ? static_cast<void*>(&element) : &element.bstrVal;
-        if (FAILED(SafeArrayGetElement(value.parray, &i, place)) || element.vt != VT_BSTR)
-            return std::nullopt;
-        texts.emplace_back(TextOf(element));
-    }
-    return texts;
-}
 
 struct TypeRow {
     mailbox::PropertyType type;
@@ -102,8 +68,10 @@ std::optional<mailbox::Value> ValueOf(const VARIANT& value, mailbox::PropertyTyp
         std::optional<mailbox::Bytes> bytes = BytesOfArray(value);
         return bytes ? std::optional<mailbox::Value>(std::move(*bytes)) : std::nullopt;
     }
-    if (type == PT_MV_UNICODE)
-        return TextsOf(value);
+    if (type == PT_MV_UNICODE) {
+        std::optional<std::vector<std::wstring>> texts = TextsOfArray(value);
+        return texts ? std::optional<mailbox::Value>(std::move(*texts)) : std::nullopt;
+    }
     const auto row = std::ranges::find(kTypes, type, &TypeRow::type);
     _variant_t converted;
     if (row == std::end(kTypes) || FAILED(Convert(value, row->variant, LOCALE_USER_DEFAULT, converted)))
@@ -127,6 +95,53 @@ std::optional<mailbox::Bytes> BytesOfArray(const VARIANT& value) {
         return std::nullopt;
     const auto* first = static_cast<const std::uint8_t*>(value.parray->pvData);
     return mailbox::Bytes(first, first + value.parray->rgsabound[0].cElements);
+}
+
+_variant_t ArrayOf(std::vector<_variant_t> elements) {
+    SAFEARRAY* array = SafeArrayCreateVector(VT_VARIANT, 0, static_cast<ULONG>(elements.size()));
+    if (!array)
+        _com_issue_error(E_OUTOFMEMORY);
+    _variant_t value;
+    value.vt = VT_ARRAY | VT_VARIANT;
+    value.parray = array;
+    for (LONG i = 0; i < static_cast<LONG>(elements.size()); ++i)
+        SafeArrayPutElement(array, &i, &elements[static_cast<std::size_t>(i)]);
+    return value;
+}
+
+std::vector<_variant_t> ElementsOf(const VARIANT& value) {
+    std::vector<_variant_t> elements;
+    VARTYPE type = VT_EMPTY;
+    if (!(value.vt & VT_ARRAY) || !value.parray || SafeArrayGetDim(value.parray) != 1 ||
+        FAILED(SafeArrayGetVartype(value.parray, &type)))
+        return elements;
+    LONG first = 0, last = -1;
+    SafeArrayGetLBound(value.parray, 1, &first);
+    SafeArrayGetUBound(value.parray, 1, &last);
+    for (LONG i = first; i <= last; ++i) {
+        _variant_t element;
+        const bool ofVariants = type == VT_VARIANT;
+        element.vt = ofVariants ? VARTYPE{VT_EMPTY} : type;
+        void* place = ofVariants ? static_cast<void*>(&element) : &element.llVal;
+        if (FAILED(SafeArrayGetElement(value.parray, &i, place)))
+            element.vt = VT_EMPTY;
+        elements.push_back(std::move(element));
+    }
+    return elements;
+}
+
+std::optional<std::vector<std::wstring>> TextsOfArray(const VARIANT& value) {
+    if (value.vt == VT_BSTR)
+        return SplitKeywords(TextOf(value));
+    if (!(value.vt & VT_ARRAY))
+        return std::nullopt;
+    std::vector<std::wstring> texts;
+    for (const _variant_t& element : ElementsOf(value)) {
+        if (element.vt != VT_BSTR)
+            return std::nullopt;
+        texts.emplace_back(TextOf(element));
+    }
+    return texts;
 }
 
 } // namespace standin::outlook

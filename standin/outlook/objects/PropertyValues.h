@@ -18,4 +18,10 @@ std::optional<mailbox::Value> ValueOf(const VARIANT& value, mailbox::PropertyTyp
 _variant_t ByteArray(std::span<const std::uint8_t> bytes);
 std::optional<mailbox::Bytes> BytesOfArray(const VARIANT& value);
 
+/// An array of variants, and the elements of an array of whatever type; none for what is no array.
+_variant_t ArrayOf(std::vector<_variant_t> elements);
+std::vector<_variant_t> ElementsOf(const VARIANT& value);
+/// The elements of an array of texts, or a text's keywords. Nothing for anything else.
+std::optional<std::vector<std::wstring>> TextsOfArray(const VARIANT& value);
+
 } // namespace standin::outlook

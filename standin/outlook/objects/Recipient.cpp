@@ -5,6 +5,7 @@
 #include "standin/mailbox/Mailbox.h"
 #include "standin/mailbox/Tags.h"
 #include "standin/outlook/items/Conversions.h"
+#include "standin/outlook/objects/PropertyAccessor.h"
 #include "standin/outlook/session/Session.h"
 
 #include <algorithm>
@@ -115,6 +116,36 @@ void SetSendable(RecipientObject& recipient, const Arguments& value) {
     recipient.Replace(std::move(row));
 }
 
+/// The row as an object with properties. Changes go back into it at once.
+class RowProperties final : public mailbox::PropertyObject {
+public:
+    explicit RowProperties(ComPtr<RecipientObject> recipient) : m_recipient(std::move(recipient)) {}
+
+    const mailbox::PropertyBag& Stored() const override { return m_recipient->Properties(); }
+    mailbox::NamedProperties& Names() const override { return m_recipient->Names(); }
+
+protected:
+    std::span<const mailbox::ComputedProperty> Computed() const override { return {}; }
+    HRESULT CheckWritable() const override { return S_OK; }
+    mailbox::PropertyBag& Edit() override {
+        m_edited = Stored();
+        return m_edited;
+    }
+    HRESULT Changed() override {
+        m_recipient->Replace(m_edited);
+        return S_OK;
+    }
+
+private:
+    ComPtr<RecipientObject> m_recipient;
+    mailbox::PropertyBag m_edited;
+};
+
+ComPtr<PropertyAccessorObject> Accessor(RecipientObject& recipient) {
+    return Make<PropertyAccessorObject>(ComPtr<Object>(&recipient),
+                                        std::make_shared<RowProperties>(ComPtr<RecipientObject>(&recipient)));
+}
+
 constexpr Row kRows[] = {
     {L"Address", Get<Text<PR_EMAIL_ADDRESS_W>>},
     {L"AddressEntry", Get<AddressEntry>, Put<SetAddressEntry>},
@@ -125,6 +156,7 @@ constexpr Row kRows[] = {
     {L"Index", Get<Index>},
     {L"MeetingResponseStatus", Get<Number<mailbox::kPrRecipientTrackStatus>>},
     {L"Name", Get<Text<PR_DISPLAY_NAME_W>>},
+    {L"PropertyAccessor", Get<Accessor>},
     {L"Resolve", Get<Resolve>},
     {L"Resolved", Get<Resolved>},
     {L"Sendable", Get<Sendable>, Put<SetSendable>},
@@ -144,9 +176,9 @@ std::int32_t RowIdOf(const mailbox::PropertyBag& row) {
 RecipientObject::RecipientObject(mailbox::PropertyBag row) : Object(kKind), m_row(std::move(row)) {
 }
 
-RecipientObject::RecipientObject(ComPtr<Object> owner, std::shared_ptr<mailbox::OpenMessage> message,
+RecipientObject::RecipientObject(ComPtr<Object> owner, std::shared_ptr<RecipientList> list,
                                  std::uint32_t rowId)
-    : Object(kKind), m_owner(std::move(owner)), m_message(std::move(message)), m_rowId(rowId) {
+    : Object(kKind), m_owner(std::move(owner)), m_list(std::move(list)), m_rowId(rowId) {
 }
 
 ComPtr<Object> RecipientObject::Parent() {
@@ -154,9 +186,9 @@ ComPtr<Object> RecipientObject::Parent() {
 }
 
 std::int32_t RecipientObject::Place() const {
-    if (!m_message)
+    if (!m_list)
         return 0;
-    const auto& rows = m_message->Recipients();
+    const auto& rows = m_list->Rows();
     const auto row = std::ranges::find(rows, static_cast<std::int32_t>(m_rowId), RowIdOf);
     if (row == rows.end())
         throw Failure(MAPI_E_NOT_FOUND);
@@ -164,19 +196,19 @@ std::int32_t RecipientObject::Place() const {
 }
 
 const mailbox::PropertyBag& RecipientObject::Properties() const {
-    return m_message ? m_message->Recipients()[static_cast<std::size_t>(Place() - 1)] : m_row;
+    return m_list ? m_list->Rows()[static_cast<std::size_t>(Place() - 1)] : m_row;
 }
 
 void RecipientObject::Replace(mailbox::PropertyBag row) {
-    if (m_message)
-        return Check(m_message->ReplaceRecipient(m_rowId, std::move(row)));
+    if (m_list)
+        return m_list->Replace(m_rowId, std::move(row));
     m_row = std::move(row);
 }
 
 void RecipientObject::Remove() {
-    if (!m_message)
+    if (!m_list)
         throw Failure(MAPI_E_NO_SUPPORT);
-    Check(m_message->RemoveRecipient(m_rowId));
+    m_list->Remove(m_rowId);
 }
 
 bool RecipientObject::Resolve() {
@@ -204,6 +236,10 @@ void RecipientObject::SetEntry(const mailbox::AddressEntry& entry) {
     for (const mailbox::Property& property : entry.RecipientProperties())
         row.Put(property.Tag(), property.value);
     Replace(std::move(row));
+}
+
+mailbox::NamedProperties& RecipientObject::Names() const {
+    return m_list ? m_list->Names() : LoggedOnWorld().Addresses().Names();
 }
 
 mailbox::PropertyBag UnresolvedRecipient(const std::wstring& name) {

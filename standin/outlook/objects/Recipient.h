@@ -1,17 +1,17 @@
 // Recipients: of an item, or on their own as NameSpace.CreateRecipient makes them.
 #pragma once
 
-#include "standin/mailbox/Message.h"
 #include "standin/outlook/objects/AddressEntry.h"
+#include "standin/outlook/objects/RecipientList.h"
 
 namespace standin::outlook {
 
-/// A recipient. One that belongs to an item is a row of the item's message, and knows it by its row id; one
-/// on its own keeps its properties itself.
+/// A recipient. One that belongs to an item is a row of one of the item's lists, and knows it by its row id;
+/// one on its own keeps its properties itself.
 class RecipientObject final : public Object {
 public:
     explicit RecipientObject(mailbox::PropertyBag row);
-    RecipientObject(ComPtr<Object> owner, std::shared_ptr<mailbox::OpenMessage> message, std::uint32_t rowId);
+    RecipientObject(ComPtr<Object> owner, std::shared_ptr<RecipientList> list, std::uint32_t rowId);
 
     /// The item, or the session of a recipient on its own.
     ComPtr<Object> Parent() override;
@@ -29,10 +29,11 @@ public:
     /// The entry that it is resolved to, resolving it first; raises if it can't be.
     EntryPtr Entry();
     void SetEntry(const mailbox::AddressEntry& entry);
+    mailbox::NamedProperties& Names() const;
 
 private:
     ComPtr<Object> m_owner;
-    std::shared_ptr<mailbox::OpenMessage> m_message; // null: on its own
+    std::shared_ptr<RecipientList> m_list; // null: on its own
     std::uint32_t m_rowId = 0;
     mailbox::PropertyBag m_row;
 };

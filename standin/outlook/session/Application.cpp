@@ -77,7 +77,7 @@ ApplicationObject::~ApplicationObject() {
 }
 
 ComPtr<Object> TheApplication() {
-    return g_application ? ComPtr<Object>(g_application) : ComPtr<Object>(Make<ApplicationObject>().Get());
+    return g_application ? ComPtr<Object>(g_application) : ComPtr<Object>(Make<ApplicationObject>());
 }
 
 } // namespace standin::outlook

@@ -214,12 +214,12 @@ ComPtr<Object> NameSpaceObject::Parent() {
 
 const ComPtr<IUnknown>& NameSpaceObject::MapiSession() {
     if (!m_mapiSession)
-        m_mapiSession.Attach(mapi::MakeSession());
+        m_mapiSession = ComPtr<IUnknown>::Adopt(mapi::MakeSession());
     return m_mapiSession;
 }
 
 ComPtr<Object> TheNameSpace() {
-    return g_nameSpace ? ComPtr<Object>(g_nameSpace) : ComPtr<Object>(Make<NameSpaceObject>().Get());
+    return g_nameSpace ? ComPtr<Object>(g_nameSpace) : ComPtr<Object>(Make<NameSpaceObject>());
 }
 
 } // namespace standin::outlook

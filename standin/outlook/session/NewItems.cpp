@@ -33,7 +33,7 @@ ComPtr<ItemObject> CreateItem(std::int32_t itemType) {
 /// the default store will do for that, as the names of properties are the store's.
 ComPtr<ItemObject> CreateItemFromFile(const std::wstring& path, mailbox::Folder* folder) {
     mailbox::Folder& reader = folder ? *folder : DefaultFolder(mailbox::kDrafts);
-    mailbox::Content content = ReadMsgFile(path, reader);
+    mailbox::Content content = ReadMsgFile(path, reader.Names());
     const ItemKind& kind = KindOfClass(content.properties.GetOr<PR_MESSAGE_CLASS_W>(L""));
     mailbox::Folder& home = folder ? *folder : HomeOf(kind);
     std::shared_ptr<mailbox::OpenMessage> message;

@@ -2,6 +2,7 @@
 #include "standin/mailbox/SpecialFolders.h"
 #include "standin/outlook/items/ItemKinds.h"
 #include "standin/outlook/items/ItemRows.h"
+#include "standin/outlook/items/ItemTopics.h"
 
 namespace standin::outlook {
 namespace {
@@ -11,7 +12,7 @@ constexpr std::array<Row, 0> kRows{};
 } // namespace
 
 const ItemKind kAppointmentItem{
-    .kind = {L"AppointmentItem", 0x00063033, 26, kRows, kCommonItemRows},
+    .kind = {L"AppointmentItem", 0x00063033, 26, kRows, kCommonItemRows, kItemTopics},
     .messageClass = L"IPM.Appointment",
     .itemType = 1,
     .home = mailbox::kCalendar,

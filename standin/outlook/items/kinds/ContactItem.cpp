@@ -2,6 +2,7 @@
 #include "standin/mailbox/SpecialFolders.h"
 #include "standin/outlook/items/ItemKinds.h"
 #include "standin/outlook/items/ItemRows.h"
+#include "standin/outlook/items/ItemTopics.h"
 
 namespace standin::outlook {
 namespace {
@@ -11,7 +12,7 @@ constexpr std::array<Row, 0> kRows{};
 } // namespace
 
 const ItemKind kContactItem{
-    .kind = {L"ContactItem", 0x00063021, 40, kRows, kCommonItemRows},
+    .kind = {L"ContactItem", 0x00063021, 40, kRows, kCommonItemRows, kItemTopics},
     .messageClass = L"IPM.Contact",
     .itemType = 2,
     .home = mailbox::kContacts,

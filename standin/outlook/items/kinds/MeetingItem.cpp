@@ -1,6 +1,7 @@
 // MeetingItem: the members of meeting messages beyond those of all items.
 #include "standin/outlook/items/ItemKinds.h"
 #include "standin/outlook/items/ItemRows.h"
+#include "standin/outlook/items/ItemTopics.h"
 
 namespace standin::outlook {
 namespace {
@@ -29,7 +30,7 @@ constexpr std::array<Row, 0> kRows{};
 } // namespace
 
 const ItemKind kMeetingItem{
-    .kind = {L"MeetingItem", 0x00063062, 53, kRows, kCommonItemRows},
+    .kind = {L"MeetingItem", 0x00063062, 53, kRows, kCommonItemRows, kItemTopics},
     .messageClass = L"IPM.Schedule.Meeting.Request",
     .objectClass = ClassOf,
 };

@@ -1,6 +1,7 @@
 // ReportItem: the members of reports beyond those of all items.
 #include "standin/outlook/items/ItemKinds.h"
 #include "standin/outlook/items/ItemRows.h"
+#include "standin/outlook/items/ItemTopics.h"
 
 namespace standin::outlook {
 namespace {
@@ -10,7 +11,7 @@ constexpr std::array<Row, 0> kRows{};
 } // namespace
 
 const ItemKind kReportItem{
-    .kind = {L"ReportItem", 0x00063026, 46, kRows, kCommonItemRows},
+    .kind = {L"ReportItem", 0x00063026, 46, kRows, kCommonItemRows, kItemTopics},
     .messageClass = L"REPORT",
 };
 

@@ -1,6 +1,7 @@
 // StorageItem: the members of storage items beyond those of all items.
 #include "standin/outlook/items/ItemKinds.h"
 #include "standin/outlook/items/ItemRows.h"
+#include "standin/outlook/items/ItemTopics.h"
 
 namespace standin::outlook {
 namespace {
@@ -10,7 +11,7 @@ constexpr std::array<Row, 0> kRows{};
 } // namespace
 
 const ItemKind kStorageItem{
-    .kind = {L"StorageItem", 0x000630CB, 113, kRows, kCommonItemRows},
+    .kind = {L"StorageItem", 0x000630CB, 113, kRows, kCommonItemRows, kItemTopics},
     .messageClass = L"IPM.Storage",
 };
 

@@ -1,6 +1,7 @@
 // TaskRequestDeclineItem: the members of declined task requests beyond those of all items.
 #include "standin/outlook/items/ItemKinds.h"
 #include "standin/outlook/items/ItemRows.h"
+#include "standin/outlook/items/ItemTopics.h"
 
 namespace standin::outlook {
 namespace {
@@ -10,7 +11,7 @@ constexpr std::array<Row, 0> kRows{};
 } // namespace
 
 const ItemKind kTaskRequestDeclineItem{
-    .kind = {L"TaskRequestDeclineItem", 0x00063039, 52, kRows, kCommonItemRows},
+    .kind = {L"TaskRequestDeclineItem", 0x00063039, 52, kRows, kCommonItemRows, kItemTopics},
     .messageClass = L"IPM.TaskRequest.Decline",
 };
 

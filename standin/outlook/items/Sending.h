@@ -1,0 +1,19 @@
+// Sending items.
+#pragma once
+
+#include "standin/outlook/items/Item.h"
+
+namespace standin::outlook {
+
+/// Sends an item: looks its people up, puts it into the Outbox and submits it there. The object has no item
+/// afterwards. One that is to go out later stays in the Outbox. Raises MAPI_E_NO_RECIPIENTS; E_FAIL for names
+/// that nobody knows; MAPI_E_NO_SUPPORT for an item that was sent already.
+void SendItem(ItemObject& item);
+
+/// Sends a message that somebody built in the Outbox.
+void SubmitMessage(mailbox::OpenMessage& message);
+
+/// A special folder of the default store; raises MAPI_E_NOT_FOUND if there is none.
+mailbox::Folder& OwnFolder(std::int32_t number);
+
+} // namespace standin::outlook
