@@ -1,0 +1,367 @@
+// Sessions and stores: the stores table, entry ids, what may be opened and how.
+#include "standin/mailbox/EntryId.h"
+#include "standin/mailbox/SpecialFolders.h"
+#include "tests/mapi/Client.h"
+
+using namespace standin;
+
+namespace mapi_tests {
+namespace {
+
+using Texts = std::vector<std::wstring>;
+
+ENTRYID* Id(const Bytes& bytes) {
+    return reinterpret_cast<ENTRYID*>(const_cast<BYTE*>(bytes.data()));
+}
+
+class SessionTest : public MapiTest {
+protected:
+    HRESULT Open(const Bytes& id, ULONG flags = 0, const IID* iid = nullptr) {
+        Ref<IUnknown> object;
+        m_type = 0;
+        return Session()->OpenEntry(static_cast<ULONG>(id.size()), Id(id), iid, flags, &m_type, &object);
+    }
+    HRESULT OpenStoreId(const Bytes& id, ULONG flags, const IID* iid = nullptr) {
+        Ref<IMsgStore> store;
+        return Session()->OpenMsgStore(0, static_cast<ULONG>(id.size()), Id(id), iid, flags, &store);
+    }
+    ULONG m_type = 0;
+};
+
+TEST_F(SessionTest, TheStoresTableHasTheStoresOfTheProfile) {
+    Ref<IMAPITable> table;
+    ASSERT_EQ(Session()->GetMsgStoresTable(MAPI_UNICODE, &table), S_OK);
+    EXPECT_EQ(Column(table.Get(), PR_DISPLAY_NAME_W), (Texts{L"Front Desk", L"Archive", L"Public Folders"}));
+
+    SPropValue isTrue = Truth(PR_DEFAULT_STORE, true);
+    SRestriction both[2]{};
+    both[0].rt = RES_EXIST;
+    both[0].res.resExist.ulPropTag = PR_DEFAULT_STORE;
+    both[1].rt = RES_PROPERTY;
+    both[1].res.resProperty = {RELOP_EQ, PR_DEFAULT_STORE, &isTrue};
+    SRestriction all{};
+    all.rt = RES_AND;
+    all.res.resAnd = {2, both};
+    Rows rows;
+    ASSERT_EQ(HrQueryAllRows(table.Get(), Tags{PR_DEFAULT_STORE, PR_DISPLAY_NAME_W, PR_ENTRYID}, &all,
+                             nullptr, 1, &rows),
+              S_OK);
+    ASSERT_EQ(rows.Count(), 1u);
+    const SBinary id = rows.At(0, 2).Value.bin;
+    Ref<IMsgStore> store;
+    ASSERT_EQ(Session()->OpenMsgStore(0, id.cb, reinterpret_cast<ENTRYID*>(id.lpb), nullptr,
+                                      MAPI_BEST_ACCESS | MDB_NO_DIALOG | 0x100, &store),
+              S_OK);
+    EXPECT_EQ(GetText(store.Get(), PR_DISPLAY_NAME_W), L"Front Desk");
+    EXPECT_EQ(GetText(store.Get(), PROP_TAG(PT_UNICODE, 0x661C)), L"Front Desk");
+}
+
+TEST_F(SessionTest, ARowCanLackItsEntryId) {
+    Store().SetRowWithoutEntryId(true);
+    Ref<IMAPITable> table;
+    ASSERT_EQ(Session()->GetMsgStoresTable(MAPI_UNICODE, &table), S_OK);
+    Rows rows;
+    ASSERT_EQ(HrQueryAllRows(table.Get(), Tags{PR_ENTRYID}, nullptr, nullptr, 0, &rows), S_OK);
+    EXPECT_EQ(PROP_TYPE(rows.At(0, 0).ulPropTag), PT_ERROR);
+    EXPECT_EQ(PROP_TYPE(rows.At(1, 0).ulPropTag), PT_BINARY);
+    const SBinary id = rows.At(0, 0).Value.bin; // as a client takes it that doesn't look
+    Ref<IMsgStore> store;
+    EXPECT_TRUE(FAILED(Session()->OpenMsgStore(0, id.cb, reinterpret_cast<ENTRYID*>(id.lpb), nullptr,
+                                               MAPI_BEST_ACCESS, &store)));
+}
+
+TEST_F(SessionTest, OpeningAStoreTellsWhyNot) {
+    const Bytes id = Store().EntryId();
+    Bytes unknown = id;
+    unknown.back() ^= 1;
+    unknown[unknown.size() - 5] ^= 1;
+    EXPECT_EQ(OpenStoreId(id, MDB_WRITE), S_OK);
+    EXPECT_EQ(OpenStoreId(id, MAPI_BEST_ACCESS, &mapi::kIidMsgStore), S_OK);
+    EXPECT_EQ(OpenStoreId(id, MAPI_BEST_ACCESS, &mapi::kIidFolder), MAPI_E_INTERFACE_NOT_SUPPORTED);
+    EXPECT_EQ(OpenStoreId(id, 0x1000), MAPI_E_UNKNOWN_FLAGS);
+    EXPECT_EQ(OpenStoreId(unknown, MAPI_BEST_ACCESS), MAPI_E_NOT_FOUND);
+    EXPECT_EQ(OpenStoreId({}, MAPI_BEST_ACCESS), MAPI_E_INVALID_ENTRYID);
+    Ref<IMsgStore> store;
+    EXPECT_EQ(Session()->OpenMsgStore(0, 10, nullptr, nullptr, 0, &store), MAPI_E_INVALID_PARAMETER);
+    EXPECT_EQ(Session()->OpenMsgStore(0, 10, Id(id), nullptr, 0, nullptr), MAPI_E_INVALID_PARAMETER);
+    EXPECT_EQ(OpenStoreId(Store(3).EntryId(), MAPI_BEST_ACCESS), S_OK) << "another's mailbox, by its id";
+
+    Store().SetReadOnly(true);
+    EXPECT_EQ(OpenStoreId(id, MDB_WRITE), E_ACCESSDENIED);
+    EXPECT_EQ(OpenStoreId(id, MAPI_BEST_ACCESS), S_OK);
+    EXPECT_EQ(Open(Folder(L"Inbox").EntryId(), MAPI_MODIFY), E_ACCESSDENIED);
+    EXPECT_EQ(Set(OpenFolder(L"Inbox").Get(), Text(PR_COMMENT_W, L"x")), E_ACCESSDENIED);
+}
+
+TEST_F(SessionTest, AStoreIsReadOnlyUnlessAskedFor) {
+    EXPECT_EQ(Set(OpenStore(0, 0).Get(), Text(PR_COMMENT_W, L"x")), E_ACCESSDENIED);
+    EXPECT_EQ(Set(OpenStore(0, MDB_WRITE).Get(), Text(PR_COMMENT_W, L"x")), S_OK);
+    EXPECT_EQ(GetText(OpenStore(0, 0).Get(), PR_COMMENT_W), L"x");
+}
+
+TEST_F(SessionTest, EntryIdsOpenWhatTheyName) {
+    const Ref<IMessage> message = NewMessage(L"Hello");
+    const Bytes messageId = GetBinary(message.Get(), PR_ENTRYID);
+    Bytes goneId = messageId;
+    goneId[goneId.size() - 3] ^= 0x40;
+    Bytes foreignId = messageId;
+    foreignId[4] ^= 1;
+    const auto gal = World().Addresses().Entries();
+    const Bytes oneOff = mailbox::MakeOneOffEntryId(L"Ann", L"SMTP", L"ann@example.org");
+    const struct {
+        Bytes id;
+        ULONG flags;
+        const IID* iid;
+        HRESULT status;
+        ULONG type;
+    } cases[] = {
+        {Store().EntryId(), 0, nullptr, S_OK, MAPI_STORE},
+        {Folder(L"Inbox").EntryId(), MAPI_MODIFY, nullptr, S_OK, MAPI_FOLDER},
+        {Folder(L"Inbox").EntryId(), 0, &mapi::kIidContainer, S_OK, MAPI_FOLDER},
+        {Folder(L"Inbox").EntryId(), 0, &mapi::kIidMessage, MAPI_E_INTERFACE_NOT_SUPPORTED, 0},
+        {messageId, MAPI_BEST_ACCESS, &mapi::kIidProp, S_OK, MAPI_MESSAGE},
+        {messageId, 0x8000, nullptr, MAPI_E_UNKNOWN_FLAGS, 0},
+        {gal.front()->EntryId(), MAPI_BEST_ACCESS, nullptr, S_OK, MAPI_MAILUSER},
+        {gal.front()->EntryId(), MAPI_MODIFY, nullptr, E_ACCESSDENIED, 0},
+        {gal.back()->EntryId(), 0, nullptr, S_OK, MAPI_DISTLIST},
+        {oneOff, 0, &mapi::kIidMailUser, S_OK, MAPI_MAILUSER},
+        {World().Addresses().EntryId(), 0, nullptr, S_OK, MAPI_ABCONT},
+        {goneId, 0, nullptr, MAPI_E_NOT_FOUND, 0},
+        {foreignId, 0, nullptr, MAPI_E_UNKNOWN_ENTRYID, 0},
+        {Bytes(40, 7), 0, nullptr, MAPI_E_UNKNOWN_ENTRYID, 0},
+        {Bytes(10, 7), 0, nullptr, MAPI_E_INVALID_ENTRYID, 0},
+        {{}, 0, nullptr, MAPI_E_INVALID_ENTRYID, 0},
+    };
+    for (std::size_t i = 0; i < std::size(cases); ++i) {
+        EXPECT_EQ(Open(cases[i].id, cases[i].flags, cases[i].iid), cases[i].status) << "row " << i;
+        EXPECT_EQ(m_type, cases[i].type) << "row " << i;
+    }
+}
+
+TEST_F(SessionTest, AStoreOpensItsOwnEntriesOnly) {
+    const Ref<IMsgStore> store = OpenStore();
+    const auto open = [&](const Bytes& id, ULONG* type) {
+        Ref<IUnknown> object;
+        return store->OpenEntry(static_cast<ULONG>(id.size()), Id(id), nullptr, 0, type, &object);
+    };
+    ULONG type = 0;
+    EXPECT_EQ(open(Folder(L"Inbox").EntryId(), &type), S_OK);
+    EXPECT_EQ(open(Store(1).IpmSubtree().EntryId(), &type), MAPI_E_UNKNOWN_ENTRYID);
+    Ref<IMAPIFolder> root;
+    ASSERT_EQ(store->OpenEntry(0, nullptr, nullptr, 0, &type, root.Unknown()), S_OK);
+    EXPECT_EQ(GetBinary(root.Get(), PR_ENTRYID), Store().Root().EntryId());
+    EXPECT_EQ(GetBinary(store.Get(), PR_IPM_SENTMAIL_ENTRYID), Folder(L"Sent Items").EntryId());
+    ULONG size = 0;
+    Block<ENTRYID> received;
+    ASSERT_EQ(store->GetReceiveFolder(nullptr, 0, &size, &received, nullptr), S_OK);
+    EXPECT_EQ(Bytes(reinterpret_cast<BYTE*>(received.Get()), reinterpret_cast<BYTE*>(received.Get()) + size),
+              Folder(L"Inbox").EntryId());
+    EXPECT_EQ(store->AbortSubmit(0, nullptr, 0), MAPI_E_NOT_IN_QUEUE);
+    EXPECT_EQ(store->Advise(0, nullptr, 0, nullptr, &type), MAPI_E_NO_SUPPORT);
+}
+
+TEST_F(SessionTest, EntryIdsAreComparedByWhatTheyName) {
+    const Bytes inbox = Folder(L"Inbox").EntryId(), drafts = Folder(L"Drafts").EntryId();
+    const Bytes wide = mailbox::MakeOneOffEntryId(L"Ann", L"SMTP", L"ann@example.org");
+    const Bytes narrow = mailbox::MakeOneOffEntryId(L"Ann", L"smtp", L"Ann@example.org", false);
+    const struct {
+        const Bytes &left, &right;
+        ULONG result;
+    } cases[] = {{inbox, inbox, 1}, {inbox, drafts, 0}, {wide, narrow, 1}, {wide, inbox, 0}};
+    for (const auto& [left, right, expected] : cases) {
+        ULONG result = 7;
+        ASSERT_EQ(Session()->CompareEntryIDs(static_cast<ULONG>(left.size()), Id(left),
+                                             static_cast<ULONG>(right.size()), Id(right), 0, &result),
+                  S_OK);
+        EXPECT_EQ(result, expected);
+    }
+    const Bytes junk(40, 7);
+    ULONG result = 0;
+    EXPECT_EQ(Session()->CompareEntryIDs(46, Id(inbox), 40, Id(junk), 0, &result), MAPI_E_UNKNOWN_ENTRYID);
+    EXPECT_EQ(Session()->CompareEntryIDs(46, nullptr, 46, Id(inbox), 0, &result), MAPI_E_INVALID_PARAMETER);
+}
+
+TEST_F(SessionTest, TheUserIsTheOwnerOfTheDefaultStore) {
+    ULONG size = 0;
+    Block<ENTRYID> user;
+    ASSERT_EQ(Session()->QueryIdentity(&size, &user), S_OK);
+    const auto* bytes = reinterpret_cast<BYTE*>(user.Get());
+    EXPECT_EQ(Bytes(bytes, bytes + size), World().Addresses().Entries().front()->EntryId());
+    ULONG count = 0;
+    Block<LPTSTR> types;
+    ASSERT_EQ(Session()->EnumAdrTypes(MAPI_UNICODE, &count, &types), S_OK);
+    ASSERT_EQ(count, 2u);
+    EXPECT_STREQ(types[1], L"SMTP");
+}
+
+TEST_F(SessionTest, ALoggedOffSessionIsAtAnEnd) {
+    ASSERT_EQ(Session()->Logoff(0, 0, 0), S_OK);
+    Ref<IMAPITable> table;
+    EXPECT_EQ(Session()->GetMsgStoresTable(0, &table), MAPI_E_END_OF_SESSION);
+}
+
+using FolderTest = SessionTest;
+
+TEST_F(FolderTest, TheHierarchyIsListedToTheDepthWanted) {
+    const Ref<IMAPIFolder> inbox = OpenFolder(L"Inbox");
+    Ref<IMAPIFolder> sub, deep;
+    ASSERT_EQ(inbox->CreateFolder(FOLDER_GENERIC, const_cast<wchar_t*>(L"Sub"), nullptr, nullptr,
+                                  MAPI_UNICODE, &sub),
+              S_OK);
+    ASSERT_EQ(sub->CreateFolder(FOLDER_GENERIC, reinterpret_cast<LPTSTR>(const_cast<char*>("Deep")), nullptr,
+                                nullptr, 0, &deep),
+              S_OK);
+    Ref<IMAPITable> table;
+    ASSERT_EQ(inbox->GetHierarchyTable(MAPI_UNICODE, &table), S_OK);
+    EXPECT_EQ(Column(table.Get(), PR_DISPLAY_NAME_W), Texts{L"Sub"});
+    ASSERT_EQ(inbox->GetHierarchyTable(MAPI_UNICODE | CONVENIENT_DEPTH, &table), S_OK);
+    EXPECT_EQ(Column(table.Get(), PR_DISPLAY_NAME_W), (Texts{L"Sub", L"Deep"}));
+    ASSERT_EQ(table->SetColumns(Tags{PR_DEPTH}, 0), S_OK);
+    table->SeekRow(BOOKMARK_BEGINNING, 0, nullptr);
+    Rows rows;
+    ASSERT_EQ(table->QueryRows(2, 0, &rows), S_OK);
+    EXPECT_EQ(rows.At(0, 0).Value.l, 1);
+    EXPECT_EQ(rows.At(1, 0).Value.l, 2);
+    ASSERT_EQ(Set(deep.Get(), Text(PR_DISPLAY_NAME_W, L"Renamed")), S_OK);
+    table->SeekRow(BOOKMARK_BEGINNING, 0, nullptr);
+    EXPECT_EQ(Column(table.Get(), PR_DISPLAY_NAME_W), (Texts{L"Sub", L"Renamed"}));
+}
+
+TEST_F(FolderTest, CreatingAFolderTellsWhyNot) {
+    const Ref<IMAPIFolder> inbox = OpenFolder(L"Inbox");
+    const auto create = [](IMAPIFolder* in, const wchar_t* name, ULONG type, ULONG flags) {
+        Ref<IMAPIFolder> folder;
+        return in->CreateFolder(type, const_cast<wchar_t*>(name), nullptr, nullptr, flags | MAPI_UNICODE,
+                                &folder);
+    };
+    EXPECT_EQ(create(inbox.Get(), L"Sub", FOLDER_GENERIC, 0), S_OK);
+    EXPECT_EQ(create(inbox.Get(), L"SUB", FOLDER_GENERIC, 0), MAPI_E_COLLISION);
+    EXPECT_EQ(create(inbox.Get(), L"sub", FOLDER_GENERIC, OPEN_IF_EXISTS), S_OK);
+    EXPECT_EQ(create(inbox.Get(), L"", FOLDER_GENERIC, 0), MAPI_E_INVALID_PARAMETER);
+    EXPECT_EQ(create(inbox.Get(), nullptr, FOLDER_GENERIC, 0), MAPI_E_INVALID_PARAMETER);
+    EXPECT_EQ(create(inbox.Get(), L"New", FOLDER_SEARCH, 0), MAPI_E_NO_SUPPORT);
+    EXPECT_EQ(create(inbox.Get(), L"New", 9, 0), MAPI_E_INVALID_PARAMETER);
+    EXPECT_EQ(create(inbox.Get(), L"New", FOLDER_GENERIC, 0x4000), MAPI_E_UNKNOWN_FLAGS);
+    EXPECT_EQ(create(OpenFolder(L"Inbox", 0).Get(), L"New", FOLDER_GENERIC, 0), E_ACCESSDENIED);
+    EXPECT_EQ(Folder(L"Inbox").Subfolders().size(), 1u);
+}
+
+TEST_F(FolderTest, FoldersAreDeletedMovedAndCopied) {
+    const Ref<IMAPIFolder> inbox = OpenFolder(L"Inbox"), drafts = OpenFolder(L"Drafts");
+    std::shared_ptr<mailbox::Folder> sub, inner;
+    ASSERT_EQ(Folder(L"Inbox").CreateSubfolder({L"Sub", 0, L""}, sub), S_OK);
+    ASSERT_EQ(sub->CreateSubfolder({L"Inner", 0, L""}, inner), S_OK);
+    std::shared_ptr<mailbox::Message> received;
+    ASSERT_EQ(inner->Receive({}, false, received), S_OK);
+    const Bytes id = sub->EntryId(), innerId = inner->EntryId();
+    const auto size = static_cast<ULONG>(id.size());
+    EXPECT_EQ(inbox->DeleteFolder(size, Id(innerId), 0, nullptr, 0), MAPI_E_NOT_FOUND) << "not right below";
+    EXPECT_EQ(inbox->DeleteFolder(size, Id(id), 0, nullptr, DEL_MESSAGES), MAPI_E_HAS_FOLDERS);
+    ASSERT_EQ(inbox->CopyFolder(size, Id(id), nullptr, drafts.Get(), const_cast<wchar_t*>(L"Copy"), 0,
+                                nullptr, MAPI_UNICODE | COPY_SUBFOLDERS),
+              S_OK);
+    const mailbox::Folder* copy = Folder(L"Drafts").FindSubfolder(L"Copy");
+    ASSERT_TRUE(copy && copy->FindSubfolder(L"Inner"));
+    EXPECT_EQ(copy->FindSubfolder(L"Inner")->Messages().size(), 1u);
+    ASSERT_EQ(inbox->CopyFolder(size, Id(id), nullptr, drafts.Get(), const_cast<wchar_t*>(L"Flat"), 0,
+                                nullptr, MAPI_UNICODE),
+              S_OK);
+    EXPECT_TRUE(Folder(L"Drafts").FindSubfolder(L"Flat")->Subfolders().empty());
+    EXPECT_EQ(inbox->CopyFolder(size, Id(id), nullptr, mapi::Live().objects ? inbox.Get() : nullptr, nullptr,
+                                0, nullptr, FOLDER_MOVE | 0x8000),
+              MAPI_E_UNKNOWN_FLAGS);
+    const Ref<IMAPIFolder> innerView(mapi::MakeFolder(inner));
+    EXPECT_EQ(inbox->CopyFolder(size, Id(id), nullptr, innerView.Get(), nullptr, 0, nullptr, FOLDER_MOVE),
+              MAPI_E_FOLDER_CYCLE);
+    ASSERT_EQ(inbox->CopyFolder(size, Id(id), nullptr, drafts.Get(), nullptr, 0, nullptr, FOLDER_MOVE), S_OK);
+    EXPECT_TRUE(Folder(L"Drafts").FindSubfolder(L"Sub"));
+    ASSERT_EQ(drafts->DeleteFolder(size, Id(id), 0, nullptr, DEL_FOLDERS | DEL_MESSAGES), S_OK);
+    ULONG count = 0;
+    Block<SPropValue> values;
+    EXPECT_EQ(innerView->GetProps(nullptr, 0, &count, &values), MAPI_E_OBJECT_DELETED);
+}
+
+TEST_F(FolderTest, MessagesAreCopiedMovedMarkedAndDeletedByTheirIds) {
+    const Ref<IMAPIFolder> inbox = OpenFolder(L"Inbox"), drafts = OpenFolder(L"Drafts");
+    const Bytes one = GetBinary(NewMessage(L"one").Get(), PR_ENTRYID);
+    const Bytes two = GetBinary(NewMessage(L"two").Get(), PR_ENTRYID);
+    Bytes gone = two;
+    gone[gone.size() - 3] ^= 0x40;
+    const auto entry = [](const Bytes& id) {
+        return SBinary{static_cast<ULONG>(id.size()), const_cast<BYTE*>(id.data())};
+    };
+    SBinary both[] = {entry(one), entry(two)}, partly[] = {entry(gone), entry(two)};
+    ENTRYLIST all{2, both}, some{2, partly}, bad{2, nullptr};
+    const auto count = [this](const wchar_t* name) { return Folder(name).Messages().size(); };
+
+    ASSERT_EQ(inbox->CopyMessages(&all, nullptr, drafts.Get(), 0, nullptr, 0), S_OK);
+    EXPECT_EQ(count(L"Inbox"), 2u);
+    EXPECT_EQ(count(L"Drafts"), 2u);
+    EXPECT_EQ(drafts->DeleteMessages(&all, 0, nullptr, 0), MAPI_W_PARTIAL_COMPLETION) << "they are elsewhere";
+    EXPECT_EQ(count(L"Drafts"), 2u);
+    ASSERT_EQ(inbox->SetReadFlags(&all, 0, nullptr, CLEAR_READ_FLAG), S_OK);
+    EXPECT_EQ(GetLong(inbox.Get(), PR_CONTENT_UNREAD), 2);
+    ASSERT_EQ(inbox->SetReadFlags(nullptr, 0, nullptr, 0), S_OK);
+    EXPECT_EQ(GetLong(inbox.Get(), PR_CONTENT_UNREAD), 0);
+    EXPECT_EQ(inbox->CopyMessages(&some, nullptr, drafts.Get(), 0, nullptr, MESSAGE_MOVE),
+              MAPI_W_PARTIAL_COMPLETION);
+    EXPECT_EQ(count(L"Inbox"), 1u);
+    EXPECT_EQ(count(L"Drafts"), 3u);
+    EXPECT_EQ(inbox->DeleteMessages(&bad, 0, nullptr, 0), MAPI_E_INVALID_PARAMETER);
+    EXPECT_EQ(inbox->CopyMessages(&all, nullptr, nullptr, 0, nullptr, 0), MAPI_E_INVALID_PARAMETER);
+    ENTRYLIST first{1, both};
+    EXPECT_EQ(OpenFolder(L"Inbox", 0)->DeleteMessages(&first, 0, nullptr, 0), E_ACCESSDENIED);
+    ASSERT_EQ(inbox->DeleteMessages(&first, 0, nullptr, 0), S_OK);
+    EXPECT_EQ(count(L"Inbox"), 0u);
+    ASSERT_EQ(drafts->EmptyFolder(0, nullptr, 0), S_OK);
+    EXPECT_EQ(count(L"Drafts"), 0u);
+}
+
+TEST_F(FolderTest, AssociatedMessagesStandApart) {
+    const Ref<IMAPIFolder> inbox = OpenFolder(L"Inbox");
+    Ref<IMessage> message;
+    ASSERT_EQ(inbox->CreateMessage(nullptr, MAPI_ASSOCIATED, &message), S_OK);
+    ASSERT_EQ(message->SaveChanges(KEEP_OPEN_READWRITE), S_OK);
+    Ref<IMAPITable> contents, associated;
+    ASSERT_EQ(inbox->GetContentsTable(0, &contents), S_OK);
+    ASSERT_EQ(inbox->GetContentsTable(MAPI_ASSOCIATED, &associated), S_OK);
+    EXPECT_EQ(RowCount(contents.Get()), 0u);
+    EXPECT_EQ(RowCount(associated.Get()), 1u);
+    Ref<IMAPITable> opened;
+    ASSERT_EQ(inbox->OpenProperty(PR_FOLDER_ASSOCIATED_CONTENTS, &mapi::kIidTable, 0, 0, opened.Unknown()),
+              S_OK);
+    EXPECT_EQ(RowCount(opened.Get()), 1u);
+}
+
+TEST_F(FolderTest, ACopyOfAFolderHasItsMessagesAndSubfolders) {
+    NewMessage(L"one");
+    std::shared_ptr<mailbox::Folder> sub, target;
+    ASSERT_EQ(Folder(L"Inbox").CreateSubfolder({L"Sub", 0, L""}, sub), S_OK);
+    ASSERT_EQ(Folder(L"Drafts").CreateSubfolder({L"Target", 0, L""}, target), S_OK);
+    const Ref<IMAPIFolder> inbox = OpenFolder(L"Inbox"), to(mapi::MakeFolder(target));
+    ASSERT_EQ(inbox->CopyTo(0, nullptr, Tags{PR_CONTAINER_HIERARCHY}, 0, nullptr, &mapi::kIidFolder, to.Get(),
+                            0, nullptr),
+              S_OK);
+    EXPECT_EQ(target->Messages().size(), 1u);
+    EXPECT_TRUE(target->Subfolders().empty());
+    ASSERT_EQ(inbox->CopyTo(0, nullptr, Tags{PR_CONTAINER_CONTENTS}, 0, nullptr, &mapi::kIidFolder, to.Get(),
+                            0, nullptr),
+              S_OK);
+    EXPECT_TRUE(target->FindSubfolder(L"Sub"));
+    EXPECT_EQ(target->Messages().size(), 1u);
+}
+
+TEST_F(FolderTest, WhatMakesNoSenseHereIsRefused) {
+    const Ref<IMAPIFolder> inbox = OpenFolder(L"Inbox");
+    ULONG number = 0;
+    EXPECT_EQ(inbox->SetSearchCriteria(nullptr, nullptr, 0), MAPI_E_NO_SUPPORT);
+    EXPECT_EQ(inbox->GetMessageStatus(0, nullptr, 0, &number), MAPI_E_NO_SUPPORT);
+    EXPECT_EQ(inbox->SaveContentsSort(nullptr, 0), MAPI_E_NO_SUPPORT);
+    Ref<IMessage> message;
+    EXPECT_EQ(inbox->CreateMessage(&mapi::kIidFolder, 0, &message), MAPI_E_INTERFACE_NOT_SUPPORTED);
+    EXPECT_EQ(inbox->CreateMessage(nullptr, 0x100, &message), MAPI_E_UNKNOWN_FLAGS);
+    EXPECT_EQ(OpenFolder(L"Inbox", 0)->CreateMessage(nullptr, 0, &message), E_ACCESSDENIED);
+}
+
+} // namespace
+} // namespace mapi_tests

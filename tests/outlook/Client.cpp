@@ -1,0 +1,161 @@
+// The late-bound client of the tests.
+#include "Client.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace outlook_tests {
+namespace {
+
+/// COM, and the registration that the programs of a prefix take turns with, for the life of the program.
+void Prepare() {
+    static standin::outlook::Registration registration;
+    static const HRESULT initialized = CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+    ASSERT_TRUE(SUCCEEDED(initialized));
+}
+
+std::wstring Take(BSTR text) {
+    const std::wstring copy = text ? std::wstring(text, SysStringLen(text)) : std::wstring();
+    SysFreeString(text);
+    return copy;
+}
+
+} // namespace
+
+_variant_t Value(const wchar_t* text) {
+    return _variant_t(text);
+}
+
+_variant_t Missing() {
+    return _variant_t(DISP_E_PARAMNOTFOUND, VT_ERROR);
+}
+
+_variant_t Date(double days) {
+    return _variant_t(days, VT_DATE);
+}
+
+Answer UnknownName() {
+    Answer answer;
+    answer.status = DISP_E_UNKNOWNNAME;
+    return answer;
+}
+
+Object::Object(const _variant_t& value) {
+    if (value.vt == VT_DISPATCH)
+        m_object = value.pdispVal;
+}
+
+DISPID Object::IdOf(const wchar_t* name) const {
+    LPOLESTR names = const_cast<LPOLESTR>(name);
+    DISPID id = DISPID_UNKNOWN;
+    m_object->GetIDsOfNames(IID_NULL, &names, 1, LOCALE_USER_DEFAULT, &id);
+    return id;
+}
+
+Answer Object::Invoke(DISPID id, WORD flags, Values arguments) const {
+    std::vector<VARIANT> reversed(arguments.begin(), arguments.end());
+    std::ranges::reverse(reversed);
+    DISPID putName = DISPID_PROPERTYPUT;
+    const bool isPut = flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF);
+    DISPPARAMS parameters{reversed.data(), isPut ? &putName : nullptr, static_cast<UINT>(reversed.size()),
+                          isPut};
+    EXCEPINFO exception{};
+    Answer answer;
+    answer.status = m_object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters, &answer.value,
+                                     &exception, &answer.badArgument);
+    answer.scode = exception.scode;
+    answer.source = Take(exception.bstrSource);
+    answer.description = Take(exception.bstrDescription);
+    return answer;
+}
+
+Answer Object::TryGet(const wchar_t* name, Values arguments) const {
+    const DISPID id = IdOf(name);
+    return id == DISPID_UNKNOWN ? UnknownName() : Invoke(id, DISPATCH_PROPERTYGET, arguments);
+}
+
+Answer Object::TryPut(const wchar_t* name, const _variant_t& value) const {
+    const DISPID id = IdOf(name);
+    return id == DISPID_UNKNOWN ? UnknownName() : Invoke(id, DISPATCH_PROPERTYPUT, {value});
+}
+
+/// As script engines call: they can't know whether it is a method or a property.
+Answer Object::TryCall(const wchar_t* name, Values arguments) const {
+    const DISPID id = IdOf(name);
+    return id == DISPID_UNKNOWN ? UnknownName()
+                                : Invoke(id, DISPATCH_METHOD | DISPATCH_PROPERTYGET, arguments);
+}
+
+_variant_t Object::Get(const wchar_t* name) const {
+    Answer answer = TryGet(name);
+    EXPECT_EQ(answer.Status(), S_OK) << "get " << name << ": " << answer.description;
+    return answer.value;
+}
+
+void Object::Put(const wchar_t* name, const _variant_t& value) const {
+    const Answer answer = TryPut(name, value);
+    EXPECT_EQ(answer.Status(), S_OK) << "put " << name << ": " << answer.description;
+}
+
+_variant_t Object::Call(const wchar_t* name, Values arguments) const {
+    Answer answer = TryCall(name, arguments);
+    EXPECT_EQ(answer.Status(), S_OK) << "call " << name << ": " << answer.description;
+    return answer.value;
+}
+
+std::wstring Object::Text(const wchar_t* name) const {
+    const _variant_t value = Get(name);
+    EXPECT_EQ(value.vt, VT_BSTR) << name;
+    return value.vt == VT_BSTR ? std::wstring(value.bstrVal, SysStringLen(value.bstrVal)) : std::wstring();
+}
+
+int Object::Number(const wchar_t* name) const {
+    const _variant_t value = Get(name);
+    EXPECT_EQ(value.vt, VT_I4) << name;
+    return value.lVal;
+}
+
+OutlookTest::OutlookTest() : m_control(standin::outlook::OutlookControl()) {
+    Prepare();
+    if (!m_control)
+        throw std::runtime_error("the stand-in for Outlook is not entered in this prefix");
+    m_control->Reset();
+    m_before = m_control->Live();
+    m_control->SetWatch(&m_watch);
+}
+
+OutlookTest::~OutlookTest() {
+    EXPECT_EQ(m_control->Live().outlookObjects, m_before.outlookObjects);
+    EXPECT_EQ(m_control->Live(), m_before);
+    EXPECT_TRUE(m_watch.Violations().empty());
+    m_control->SetWatch(nullptr);
+    m_control->Reset();
+}
+
+Object OutlookTest::Application() const {
+    IDispatch* object = nullptr;
+    CLSID id{};
+    EXPECT_EQ(CLSIDFromProgID(L"Outlook.Application", &id), S_OK);
+    EXPECT_EQ(CoCreateInstance(id, nullptr, CLSCTX_SERVER, IID_IDispatch, reinterpret_cast<void**>(&object)),
+              S_OK);
+    return Object(_variant_t(object, false));
+}
+
+Object OutlookTest::NameSpace() const {
+    const Object nameSpace = Application().Child(L"GetNamespace", {Value(L"MAPI")});
+    nameSpace.Call(L"Logon", {Value(L"Outlook")});
+    return nameSpace;
+}
+
+Object OutlookTest::DefaultFolder(int number) const {
+    return NameSpace().Child(L"GetDefaultFolder", {Value(number)});
+}
+
+Object OutlookTest::AddItem(const Object& folder, const std::wstring& subject) const {
+    const Object item = folder.Child(L"Items").Child(L"Add");
+    item.Put(L"Subject", Value(subject));
+    item.Call(L"Save");
+    return item;
+}
+
+} // namespace outlook_tests
