@@ -17,7 +17,7 @@ setup:
 
 .PHONY: configure build
 configure: setup
-	@test -e $(BUILD)/build.ninja || cmake --preset $(PRESET) >$(BUILD).log 2>&1 || { cat $(BUILD).log; exit 1; }
+	@mkdir -p build; test -e $(BUILD)/build.ninja || cmake --preset $(PRESET) >$(BUILD).log 2>&1 || { cat $(BUILD).log; exit 1; }
 
 build: configure
 	@cmake --build $(BUILD) -j $(JOBS) --target varden VardenBridge prefix -- --quiet

@@ -3,6 +3,7 @@
 // at the end nothing is alive.
 #include "ScriptedUses.h"
 
+#include <algorithm>
 #include <array>
 #include <iostream>
 
