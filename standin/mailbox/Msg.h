@@ -14,11 +14,16 @@ namespace standin::mailbox {
 /// MAPI_E_CORRUPT_DATA: not the layout of a message. Other failures: what the storage answered, as MAPI has
 /// it.
 HRESULT ReadMsg(IStorage* storage, NamedProperties& names, Content& content);
-/// Writes a message into an open storage, as Unicode, with its class id, in place of a message that it may
-/// hold; then commits the storage, unless told not to. PT_ERROR, PT_NULL and PT_OBJECT properties, null
-/// pointers, and ids from 0x8000 on that have no name are left out. MAPI_E_TOO_COMPLEX: messages in messages,
-/// deeper than any client goes.
-HRESULT WriteMsg(const Content& content, const NamedProperties& names, IStorage* storage, bool commit = true);
+/// What WriteMsg does to the storage besides.
+struct MsgWriting {
+    bool setClass = true; ///< gives it the class id of messages
+    bool commit = true;   ///< commits it
+};
+/// Writes a message into an open storage, as Unicode, in place of a message that it may hold. PT_ERROR,
+/// PT_NULL and PT_OBJECT properties, null pointers, and ids from 0x8000 on that have no name are left out.
+/// MAPI_E_TOO_COMPLEX: messages in messages, deeper than any client goes.
+HRESULT WriteMsg(const Content& content, const NamedProperties& names, IStorage* storage,
+                 MsgWriting writing = {});
 
 /// The same from and to the bytes of a compound file.
 HRESULT ReadMsgBytes(std::span<const std::uint8_t> file, NamedProperties& names, Content& content);

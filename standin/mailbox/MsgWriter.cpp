@@ -217,14 +217,16 @@ void RemoveMessage(IStorage* storage) {
 
 } // namespace
 
-HRESULT WriteMsg(const Content& content, const NamedProperties& names, IStorage* storage, bool commit) {
+HRESULT WriteMsg(const Content& content, const NamedProperties& names, IStorage* storage,
+                 MsgWriting writing) {
     try {
         RemoveMessage(storage);
         FileNames fileNames(names);
         WriteMessage(storage, content, fileNames, kTopHeaderSize, 0);
         WriteNames(storage, fileNames.Used());
-        Need(WriteClassStg(storage, kClass));
-        return commit ? StatusFromStorage(storage->Commit(STGC_DEFAULT)) : S_OK;
+        if (writing.setClass)
+            Need(WriteClassStg(storage, kClass));
+        return writing.commit ? StatusFromStorage(storage->Commit(STGC_DEFAULT)) : S_OK;
     } catch (const Failure& failure) {
         return StatusFromStorage(failure.status);
     }

@@ -1,4 +1,5 @@
 // Sending: what is entered in a message that goes out, who gets it, and what becomes of the sender's copy.
+#include "standin/mailbox/ConversationIndex.h"
 #include "standin/mailbox/InternetHeaders.h"
 #include "standin/mailbox/Mailbox.h"
 #include "standin/mailbox/Platform.h"
@@ -49,16 +50,6 @@ std::shared_ptr<AddressEntry> OwnerOf(const Store& store) {
     return owner ? owner : addresses.MakeOneOff(store.Name(), L"SMTP", store.SmtpAddress());
 }
 
-/// 22 bytes: a mark, the five upper bytes of the time in units of 2^24 ticks' worth, a GUID
-/// ([MS-OXOMSG] 2.2.1.3).
-Bytes NewConversationIndex(SysTime now) {
-    Bytes index{0x01};
-    for (int shift = 48; shift >= 16; shift -= 8)
-        index.push_back(static_cast<std::uint8_t>(now.ticks >> shift));
-    std::ranges::copy(BytesOf(NewGuid()), std::back_inserter(index));
-    return index;
-}
-
 template <PropertyTag tag>
 void SetIfMissing(PropertyBag& bag, Native<tag> value) {
     if (!bag.Contains(tag))
@@ -79,7 +70,7 @@ void CompleteOutgoing(PropertyBag& bag, const AddressEntry& user) {
     SetIfMissing<kPrInternetMessageId>(bag, L"<" + guid.substr(1, guid.size() - 2) + L"@example.com>");
     SetIfMissing<PR_CONVERSATION_TOPIC_W>(
         bag, std::wstring(SplitSubject(subject, bag.GetOr<PR_SUBJECT_PREFIX_W>({})).normalized));
-    SetIfMissing<PR_CONVERSATION_INDEX>(bag, NewConversationIndex(now));
+    SetIfMissing<PR_CONVERSATION_INDEX>(bag, *MakeConversationIndex({}));
     bag.Set<PR_MESSAGE_FLAGS>((bag.GetOr<PR_MESSAGE_FLAGS>(0) & ~kUnsent) | kReadFlag | kSubmitted);
 }
 
@@ -188,9 +179,12 @@ HRESULT Mailbox::Submit(OpenMessage& message) {
     Content* content = nullptr;
     if (const HRESULT status = message.EditContent(content); FAILED(status))
         return status;
+    PropertyBag before = content->properties;
     CompleteOutgoing(content->properties, *OwnerOf(*userStore));
-    if (const HRESULT status = message.Save(); FAILED(status))
+    if (const HRESULT status = message.Save(); FAILED(status)) {
+        content->properties = std::move(before); // it hasn't gone out
         return status;
+    }
     const ContentPtr sent = message.Saved()->SharedContent();
     if (m_keeper)
         if (const HRESULT status = m_keeper->SaveSubmitted(store, message.Saved()->Id(), *sent);

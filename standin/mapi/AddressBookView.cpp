@@ -25,7 +25,7 @@ public:
 
     HRESULT STDMETHODCALLTYPE OpenEntry(ULONG size, ENTRYID* entryId, const IID* iid, ULONG flags,
                                         ULONG* type, IUnknown** object) override {
-        return Call(L"OpenEntry", [&]() -> HRESULT {
+        return Call(L"OpenEntry", Outputs(type, object), [&]() -> HRESULT {
             EntryRequest request;
             if (const HRESULT status = TakeEntryRequest(size, entryId, iid, flags, type, object, request);
                 FAILED(status))
@@ -37,7 +37,7 @@ public:
     }
     HRESULT STDMETHODCALLTYPE CompareEntryIDs(ULONG size1, ENTRYID* entryId1, ULONG size2, ENTRYID* entryId2,
                                               ULONG flags, ULONG* result) override {
-        return Call(L"CompareEntryIDs",
+        return Call(L"CompareEntryIDs", Outputs(result),
                     [&] { return CompareEntryIds(size1, entryId1, size2, entryId2, flags, result); });
     }
     HRESULT STDMETHODCALLTYPE Advise(ULONG, ENTRYID*, ULONG, IMAPIAdviseSink*, ULONG*) override {
@@ -46,7 +46,7 @@ public:
     HRESULT STDMETHODCALLTYPE Unadvise(ULONG) override { return NotSupported(L"Unadvise"); }
     HRESULT STDMETHODCALLTYPE CreateOneOff(LPTSTR name, LPTSTR type, LPTSTR address, ULONG flags, ULONG* size,
                                            ENTRYID** entryId) override {
-        return Call(L"CreateOneOff", [&]() -> HRESULT {
+        return Call(L"CreateOneOff", Outputs(size, entryId), [&]() -> HRESULT {
             if (!type || !address || !size || !entryId)
                 return MAPI_E_INVALID_PARAMETER;
             if (flags & ~(MAPI_UNICODE | MAPI_SEND_NO_RICH_INFO))
@@ -77,8 +77,8 @@ public:
             return asks && isOpen ? MAPI_E_USER_CANCEL : status;
         });
     }
-    HRESULT STDMETHODCALLTYPE Address(ULONG_PTR*, ADRPARM*, ADRLIST**) override {
-        return NotSupported(L"Address");
+    HRESULT STDMETHODCALLTYPE Address(ULONG_PTR*, ADRPARM*, ADRLIST** list) override {
+        return NotSupported(L"Address", Outputs(list));
     }
     HRESULT STDMETHODCALLTYPE Details(ULONG*, LPFNDISMISS, void*, ULONG, ENTRYID*, LPFNBUTTON, void*, LPTSTR,
                                       ULONG) override {
@@ -90,12 +90,13 @@ public:
     HRESULT STDMETHODCALLTYPE QueryDefaultRecipOpt(LPTSTR, ULONG, ULONG*, SPropValue**) override {
         return NotSupported(L"QueryDefaultRecipOpt");
     }
-    HRESULT STDMETHODCALLTYPE GetPAB(ULONG*, ENTRYID**) override {
-        return Call(L"GetPAB", [] { return MAPI_E_NOT_FOUND; }); // there is no personal address book
+    HRESULT STDMETHODCALLTYPE GetPAB(ULONG* size, ENTRYID** entryId) override {
+        return Call(L"GetPAB", Outputs(size, entryId),
+                    [] { return MAPI_E_NOT_FOUND; }); // there is no personal address book
     }
     HRESULT STDMETHODCALLTYPE SetPAB(ULONG, ENTRYID*) override { return NotSupported(L"SetPAB"); }
     HRESULT STDMETHODCALLTYPE GetDefaultDir(ULONG* size, ENTRYID** entryId) override {
-        return Call(L"GetDefaultDir", [&]() -> HRESULT {
+        return Call(L"GetDefaultDir", Outputs(size, entryId), [&]() -> HRESULT {
             if (!size || !entryId)
                 return MAPI_E_INVALID_PARAMETER;
             GiveEntryId(m_book.EntryId(), size, entryId);
@@ -106,7 +107,7 @@ public:
         return NotSupported(L"SetDefaultDir");
     }
     HRESULT STDMETHODCALLTYPE GetSearchPath(ULONG flags, SRowSet** path) override {
-        return Call(L"GetSearchPath", [&] { return TellSearchPath(flags, path); });
+        return Call(L"GetSearchPath", Outputs(path), [&] { return TellSearchPath(flags, path); });
     }
     HRESULT STDMETHODCALLTYPE SetSearchPath(ULONG, SRowSet*) override {
         return NotSupported(L"SetSearchPath");

@@ -18,7 +18,7 @@ public:
         : DirectObject<Interface>(std::move(properties), false), m_book(book) {}
 
     HRESULT STDMETHODCALLTYPE GetContentsTable(ULONG flags, IMAPITable** table) override {
-        return this->Call(L"GetContentsTable", [&]() -> HRESULT {
+        return this->Call(L"GetContentsTable", Outputs(table), [&]() -> HRESULT {
             if (!table)
                 return MAPI_E_INVALID_PARAMETER;
             if (flags & ~(MAPI_UNICODE | MAPI_DEFERRED_ERRORS))
@@ -31,7 +31,7 @@ public:
         });
     }
     HRESULT STDMETHODCALLTYPE GetHierarchyTable(ULONG flags, IMAPITable** table) override {
-        return this->Call(L"GetHierarchyTable", [&]() -> HRESULT {
+        return this->Call(L"GetHierarchyTable", Outputs(table), [&]() -> HRESULT {
             if (!table)
                 return MAPI_E_INVALID_PARAMETER;
             if (flags & ~(MAPI_UNICODE | MAPI_DEFERRED_ERRORS | CONVENIENT_DEPTH))
@@ -45,7 +45,7 @@ public:
     }
     HRESULT STDMETHODCALLTYPE OpenEntry(ULONG size, ENTRYID* entryId, const IID* iid, ULONG flags,
                                         ULONG* type, IUnknown** object) override {
-        return this->Call(L"OpenEntry", [&]() -> HRESULT {
+        return this->Call(L"OpenEntry", Outputs(type, object), [&]() -> HRESULT {
             EntryRequest request;
             if (const HRESULT status = TakeEntryRequest(size, entryId, iid, flags, type, object, request);
                 FAILED(status))
@@ -61,8 +61,8 @@ public:
     HRESULT STDMETHODCALLTYPE GetSearchCriteria(ULONG, SRestriction**, ENTRYLIST**, ULONG*) override {
         return this->NotSupported(L"GetSearchCriteria");
     }
-    HRESULT STDMETHODCALLTYPE CreateEntry(ULONG, ENTRYID*, ULONG, IMAPIProp**) override {
-        return Refused(L"CreateEntry");
+    HRESULT STDMETHODCALLTYPE CreateEntry(ULONG, ENTRYID*, ULONG, IMAPIProp** entry) override {
+        return Refused(L"CreateEntry", Outputs(entry));
     }
     HRESULT STDMETHODCALLTYPE CopyEntries(ENTRYLIST*, ULONG, IMAPIProgress*, ULONG) override {
         return Refused(L"CopyEntries");
@@ -92,7 +92,7 @@ protected:
 
 private:
     /// Administrators change these, clients don't.
-    HRESULT Refused(const wchar_t* member) {
+    HRESULT Refused(const wchar_t* member, const Outputs& = Outputs()) {
         return this->Call(member, [] { return E_ACCESSDENIED; });
     }
 

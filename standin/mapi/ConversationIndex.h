@@ -1,19 +1,10 @@
-// PR_CONVERSATION_INDEX ([MS-OXOMSG] 2.2.1.3).
+// PR_CONVERSATION_INDEX for users of the MAPI view: the model makes it.
 #pragma once
 
-#include "standin/mailbox/Property.h"
-
-#include <optional>
-#include <span>
+#include "standin/mailbox/ConversationIndex.h"
 
 namespace standin::mapi {
 
-/// The index of a message that begins a conversation (no parent), or of a reply to the parent's. Nothing for
-/// a parent that is no index.
-std::optional<mailbox::Bytes> MakeConversationIndex(std::span<const std::uint8_t> parent);
-/// The same for a given time and random number, which are all that it depends on besides.
-std::optional<mailbox::Bytes> MakeConversationIndex(std::span<const std::uint8_t> parent,
-                                                    mailbox::SysTime now, const GUID& guid,
-                                                    std::uint8_t random);
+using mailbox::MakeConversationIndex;
 
 } // namespace standin::mapi

@@ -139,6 +139,10 @@ HRESULT OpenStoreEntry(mailbox::Mailbox& mailbox, const Store* store, const Entr
                             : OpenMessage(mailbox.FindMessage(request.entryId), request);
 }
 
+HRESULT WhyNoStore(EntryId entryId) {
+    return IsStoreEntryId(entryId) ? MAPI_E_NOT_FOUND : UnknownForm(entryId);
+}
+
 HRESULT OpenAddressContainer(mailbox::AddressBook& book, bool isRoot, const EntryRequest& request) {
     if (!Offers<IABContainer>(request.iid))
         return MAPI_E_INTERFACE_NOT_SUPPORTED;

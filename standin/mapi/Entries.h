@@ -29,6 +29,9 @@ HRESULT AccessFrom(ULONG flags, bool canModify, mailbox::Access& access);
 /// Opens a folder or message, of one store or (null) of any. MAPI_E_NOT_FOUND: not there any more.
 /// MAPI_E_UNKNOWN_ENTRYID: of another store, or nobody's. MAPI_E_INVALID_ENTRYID: too short for an entry id.
 HRESULT OpenStoreEntry(mailbox::Mailbox& mailbox, const mailbox::Store* store, const EntryRequest& request);
+/// Why an entry id opens no store: MAPI_E_NOT_FOUND: there is none of this name. MAPI_E_UNKNOWN_ENTRYID: it
+/// is no store's id. MAPI_E_INVALID_ENTRYID: too short for an entry id.
+HRESULT WhyNoStore(std::span<const std::uint8_t> entryId);
 /// Opens an entry of the address book, a one-off or the global address list; statuses as above.
 HRESULT OpenAddressBookEntry(mailbox::AddressBook& book, const EntryRequest& request);
 /// Gives a container of the address book: the root of its lists, or the global address list.

@@ -80,7 +80,7 @@ HRESULT FolderView::Usable() const {
 }
 
 HRESULT FolderView::GetContentsTable(ULONG flags, IMAPITable** table) {
-    return Call(L"GetContentsTable", [&]() -> HRESULT {
+    return Call(L"GetContentsTable", Outputs(table), [&]() -> HRESULT {
         if (!table)
             return MAPI_E_INVALID_PARAMETER;
         if (flags & ~(MAPI_UNICODE | MAPI_DEFERRED_ERRORS | MAPI_ASSOCIATED))
@@ -92,7 +92,7 @@ HRESULT FolderView::GetContentsTable(ULONG flags, IMAPITable** table) {
 }
 
 HRESULT FolderView::GetHierarchyTable(ULONG flags, IMAPITable** table) {
-    return Call(L"GetHierarchyTable", [&]() -> HRESULT {
+    return Call(L"GetHierarchyTable", Outputs(table), [&]() -> HRESULT {
         if (!table)
             return MAPI_E_INVALID_PARAMETER;
         if (flags & ~(MAPI_UNICODE | MAPI_DEFERRED_ERRORS | CONVENIENT_DEPTH))
@@ -105,7 +105,7 @@ HRESULT FolderView::GetHierarchyTable(ULONG flags, IMAPITable** table) {
 
 HRESULT FolderView::OpenEntry(ULONG size, ENTRYID* entryId, const IID* iid, ULONG flags, ULONG* type,
                               IUnknown** object) {
-    return Call(L"OpenEntry", [&]() -> HRESULT {
+    return Call(L"OpenEntry", Outputs(type, object), [&]() -> HRESULT {
         EntryRequest request;
         if (const HRESULT status = TakeEntryRequest(size, entryId, iid, flags, type, object, request);
             FAILED(status))
@@ -118,7 +118,7 @@ HRESULT FolderView::OpenEntry(ULONG size, ENTRYID* entryId, const IID* iid, ULON
 }
 
 HRESULT FolderView::CreateMessage(const IID* iid, ULONG flags, IMessage** message) {
-    return Change(L"CreateMessage", [&]() -> HRESULT {
+    return Change(L"CreateMessage", Outputs(message), [&]() -> HRESULT {
         if (!message)
             return MAPI_E_INVALID_PARAMETER;
         if (flags & ~(MAPI_ASSOCIATED | MAPI_DEFERRED_ERRORS))
@@ -168,7 +168,7 @@ HRESULT FolderView::DeleteMessages(ENTRYLIST* list, ULONG, IMAPIProgress*, ULONG
 
 HRESULT FolderView::CreateFolder(ULONG type, LPTSTR name, LPTSTR comment, const IID* iid, ULONG flags,
                                  IMAPIFolder** folder) {
-    return Change(L"CreateFolder", [&]() -> HRESULT {
+    return Change(L"CreateFolder", Outputs(folder), [&]() -> HRESULT {
         if (!name || !folder)
             return MAPI_E_INVALID_PARAMETER;
         if (flags & ~(MAPI_UNICODE | MAPI_DEFERRED_ERRORS | OPEN_IF_EXISTS))

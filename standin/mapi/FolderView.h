@@ -57,6 +57,10 @@ private:
             return FAILED(status) ? status : work();
         });
     }
+    template <class Work>
+    HRESULT Change(const wchar_t* member, const Outputs&, Work&& work) {
+        return Change(member, std::forward<Work>(work));
+    }
 
     HRESULT CreateSubfolder(const std::wstring& name, const std::wstring& comment, bool openIfExists,
                             IMAPIFolder** folder);

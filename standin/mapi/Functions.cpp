@@ -28,10 +28,14 @@ HRESULT Exported(const wchar_t* name, Work&& work) {
     Crossing call(Side::Mapi, L"MAPI32", name);
     return call.Fails() ? call.Status() : call.Return(Guarded(work));
 }
+template <class Work>
+HRESULT Exported(const wchar_t* name, const Outputs&, Work&& work) {
+    return Exported(name, std::forward<Work>(work));
+}
 
 /// One that needs MAPIInitialize.
 template <class Work>
-HRESULT ExportedWhenInitialized(const wchar_t* name, Work&& work) {
+HRESULT ExportedWhenInitialized(const wchar_t* name, const Outputs&, Work&& work) {
     return Exported(name, [&]() -> HRESULT { return IsInitialized() ? work() : MAPI_E_NOT_INITIALIZED; });
 }
 
@@ -85,6 +89,32 @@ HRESULT QueryToEnd(IMAPITable& table, ULONG most, RowSet& rows) {
     }
 }
 
+/// Without MAPI_UNICODE, as the library does it: a tag without a type gives narrow text.
+HRESULT GetOne(IMAPIProp* object, ULONG tag, SPropValue** property) {
+    if (!object || !property)
+        return MAPI_E_INVALID_PARAMETER;
+    SPropTagArray tags{1, {tag}};
+    ULONG count = 0;
+    SPropValue* read = nullptr;
+    if (const HRESULT status = object->GetProps(&tags, 0, &count, &read); FAILED(status))
+        return status;
+    Buffer<SPropValue> value(read);
+    if (PROP_TYPE(value->ulPropTag) == PT_ERROR)
+        return value->Value.err;
+    *property = value.release();
+    return S_OK;
+}
+
+HRESULT SetOne(IMAPIProp* object, SPropValue* property) {
+    if (!object || !property)
+        return MAPI_E_INVALID_PARAMETER;
+    SPropProblemArray* found = nullptr;
+    if (const HRESULT status = object->SetProps(1, property, &found); FAILED(status))
+        return status;
+    const Buffer<SPropProblemArray> problems(found);
+    return problems ? problems->aProblem[0].scode : S_OK;
+}
+
 HRESULT CreateIndex(ULONG parentSize, const BYTE* parent, ULONG* size, BYTE** index) {
     if (!size || !index || (parentSize > 0 && !parent))
         return MAPI_E_INVALID_PARAMETER;
@@ -124,49 +154,31 @@ __declspec(dllexport) void WINAPI MAPIUninitialize() {
 }
 
 __declspec(dllexport) SCODE WINAPI MAPIAllocateBuffer(ULONG size, LPVOID* buffer) {
-    return Exported(L"MAPIAllocateBuffer", [&] { return AllocateBuffer(size, buffer); });
+    return Exported(L"MAPIAllocateBuffer", Outputs(buffer), [&] { return AllocateBuffer(size, buffer); });
 }
 
 __declspec(dllexport) SCODE WINAPI MAPIAllocateMore(ULONG size, LPVOID object, LPVOID* buffer) {
-    return Exported(L"MAPIAllocateMore", [&] { return AllocateMore(size, object, buffer); });
+    return Exported(L"MAPIAllocateMore", Outputs(buffer), [&] { return AllocateMore(size, object, buffer); });
 }
 
 __declspec(dllexport) ULONG WINAPI MAPIFreeBuffer(LPVOID buffer) {
     return FreeBuffer(buffer);
 }
 
-/// Without MAPI_UNICODE, as the library does it: a tag without a type gives narrow text.
 __declspec(dllexport) HRESULT WINAPI HrGetOneProp(LPMAPIPROP object, ULONG tag, LPSPropValue* property) {
-    if (!object || !property)
-        return MAPI_E_INVALID_PARAMETER;
-    SPropTagArray tags{1, {tag}};
-    ULONG count = 0;
-    SPropValue* read = nullptr;
-    if (const HRESULT status = object->GetProps(&tags, 0, &count, &read); FAILED(status))
-        return status;
-    Buffer<SPropValue> value(read);
-    if (PROP_TYPE(value->ulPropTag) == PT_ERROR)
-        return value->Value.err;
-    *property = value.release();
-    return S_OK;
+    return Exported(L"HrGetOneProp", Outputs(property), [&] { return GetOne(object, tag, property); });
 }
 
 __declspec(dllexport) HRESULT WINAPI HrSetOneProp(LPMAPIPROP object, LPSPropValue property) {
-    if (!object || !property)
-        return MAPI_E_INVALID_PARAMETER;
-    SPropProblemArray* found = nullptr;
-    if (const HRESULT status = object->SetProps(1, property, &found); FAILED(status))
-        return status;
-    const Buffer<SPropProblemArray> problems(found);
-    return problems ? problems->aProblem[0].scode : S_OK;
+    return Exported(L"HrSetOneProp", [&] { return SetOne(object, property); });
 }
 
 __declspec(dllexport) HRESULT WINAPI
     HrQueryAllRows(LPMAPITABLE table, LPSPropTagArray columns, LPSRestriction restriction,
                    LPSSortOrderSet order, LONG mostRows, LPSRowSet* rows) {
-    if (!table || !rows || mostRows < 0)
-        return MAPI_E_INVALID_PARAMETER;
-    return Guarded([&] {
+    return Exported(L"HrQueryAllRows", Outputs(rows), [&]() -> HRESULT {
+        if (!table || !rows || mostRows < 0)
+            return MAPI_E_INVALID_PARAMETER;
         if (const HRESULT status = PrepareTable(*table, columns, restriction, order); FAILED(status))
             return status;
         RowSet read;
@@ -207,44 +219,51 @@ __declspec(dllexport) void WINAPI HexFromBin(LPBYTE bytes, int size, LPSTR text)
 }
 
 __declspec(dllexport) BOOL WINAPI FBinFromHex(LPSTR text, LPBYTE bytes) {
-    if (!text || !bytes)
-        return FALSE;
-    const auto read = mailbox::FromHex(TextAt(text, false));
-    if (!read)
-        return FALSE;
-    std::ranges::copy(*read, bytes);
-    return TRUE;
+    const HRESULT status = Exported(L"FBinFromHex", [&]() -> HRESULT {
+        const auto read = text && bytes ? mailbox::FromHex(TextAt(text, false)) : std::nullopt;
+        if (!read)
+            return MAPI_E_INVALID_PARAMETER;
+        std::ranges::copy(*read, bytes);
+        return S_OK;
+    });
+    return SUCCEEDED(status);
 }
 
 __declspec(dllexport) SCODE WINAPI
     ScCreateConversationIndex(ULONG parentSize, LPBYTE parent, ULONG* size, LPBYTE* index) {
-    return ExportedWhenInitialized(L"ScCreateConversationIndex",
+    return ExportedWhenInitialized(L"ScCreateConversationIndex", Outputs(size, index),
                                    [&] { return CreateIndex(parentSize, parent, size, index); });
 }
 
 __declspec(dllexport) LPMALLOC WINAPI MAPIGetDefaultMalloc() {
     LPMALLOC memory = nullptr;
-    return SUCCEEDED(CoGetMalloc(1, &memory)) ? memory : nullptr;
+    const HRESULT status = Exported(L"MAPIGetDefaultMalloc", [&] { return CoGetMalloc(1, &memory); });
+    return SUCCEEDED(status) ? memory : nullptr;
 }
 
-__declspec(dllexport) HRESULT WINAPI OpenStreamOnFile(LPALLOCATEBUFFER, LPFREEBUFFER, ULONG flags,
-                                                      LPSTR fileName, LPSTR prefix, LPSTREAM* stream) {
-    return ExportedWhenInitialized(L"OpenStreamOnFile",
-                                   [&] { return OpenFileStream(flags, fileName, prefix, stream); });
+__declspec(dllexport) HRESULT WINAPI
+    OpenStreamOnFile(LPALLOCATEBUFFER allocate, LPFREEBUFFER free, ULONG flags, LPSTR fileName, LPSTR prefix,
+                     LPSTREAM* stream) {
+    return ExportedWhenInitialized(L"OpenStreamOnFile", Outputs(stream), [&]() -> HRESULT {
+        if (!allocate || !free)
+            return MAPI_E_INVALID_PARAMETER;
+        return OpenFileStream(flags, fileName, prefix, stream);
+    });
 }
 
 __declspec(dllexport) HRESULT WINAPI
     WrapCompressedRTFStream(LPSTREAM compressed, ULONG flags, LPSTREAM* uncompressed) {
-    return ExportedWhenInitialized(L"WrapCompressedRTFStream",
+    return ExportedWhenInitialized(L"WrapCompressedRTFStream", Outputs(uncompressed),
                                    [&] { return WrapRtfStream(compressed, flags, uncompressed); });
 }
 
 __declspec(dllexport) HRESULT WINAPI RTFSync(LPMESSAGE message, ULONG flags, BOOL* updated) {
-    return ExportedWhenInitialized(L"RTFSync", [&] { return SyncRtf(message, flags, updated); });
+    return ExportedWhenInitialized(L"RTFSync", Outputs(updated),
+                                   [&] { return SyncRtf(message, flags, updated); });
 }
 
 __declspec(dllexport) SCODE WINAPI OpenIMsgSession(LPMALLOC memory, ULONG flags, LPMSGSESS* session) {
-    return ExportedWhenInitialized(L"OpenIMsgSession", [&]() -> HRESULT {
+    return ExportedWhenInitialized(L"OpenIMsgSession", Outputs(session), [&]() -> HRESULT {
         if (!memory || !session)
             return MAPI_E_INVALID_PARAMETER;
         if (flags != 0)
@@ -264,7 +283,7 @@ __declspec(dllexport) SCODE WINAPI
     OpenIMsgOnIStg(LPMSGSESS session, LPALLOCATEBUFFER allocate, LPALLOCATEMORE allocateMore,
                    LPFREEBUFFER free, LPMALLOC memory, LPVOID, LPSTORAGE storage, MSGCALLRELEASE* released,
                    ULONG callerData, ULONG flags, LPMESSAGE* message) {
-    return ExportedWhenInitialized(L"OpenIMsgOnIStg", [&]() -> HRESULT {
+    return ExportedWhenInitialized(L"OpenIMsgOnIStg", Outputs(message), [&]() -> HRESULT {
         if (!allocate || !allocateMore || !free || !memory)
             return MAPI_E_INVALID_PARAMETER;
         if (flags & ~(IMSG_NO_ISTG_COMMIT | MAPI_UNICODE))

@@ -1,7 +1,8 @@
 // The functions that MAPI32.dll exports, under their plain names. Text is narrow where the platform's headers
-// say LPTSTR: the library has these functions in that form alone. Every one that answers a status of its own
-// is a call that can be traced and made to fail, by the interface name MAPI32; the others work through the
-// objects that they are given, whose calls are traced instead.
+// say LPTSTR: the library has these functions in that form alone. Every one that can tell of a failure is a
+// call that is traced and can be made to fail, by the interface name MAPI32; what it does with the objects
+// that it is given is part of that call. Those that free memory are watched by the count of live buffers
+// instead, and UlPropSize and HexFromBin can't fail.
 #pragma once
 
 #include <windows.h>

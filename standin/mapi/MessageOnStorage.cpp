@@ -2,7 +2,6 @@
 #include "standin/mapi/MessageOnStorage.h"
 
 #include "standin/mapi/MessageView.h"
-#include "standin/mapi/StorageView.h"
 
 #include "standin/mailbox/Msg.h"
 
@@ -48,28 +47,15 @@ HRESULT ElementsOf(IStorage& storage, std::vector<std::wstring>& names) {
     return S_OK;
 }
 
-HRESULT RemoveMessage(IStorage& storage) {
-    std::vector<std::wstring> names;
-    if (const HRESULT status = ElementsOf(storage, names); FAILED(status))
-        return status;
-    for (const std::wstring& name : names)
-        if (IsOfMessage(name))
-            if (const HRESULT status = storage.DestroyElement(name.c_str()); FAILED(status))
-                return status;
-    return S_OK;
-}
-
 /// The storage that a message is saved to.
 class StorageTarget final : public mailbox::MessageTarget {
 public:
     StorageTarget(IStorage& storage, bool commits) : m_storage(Hold(&storage)), m_commits(commits) {}
 
     HRESULT Save(const mailbox::ContentPtr& content) override {
-        if (const HRESULT status = RemoveMessage(*m_storage); FAILED(status))
-            return mailbox::StatusFromStorage(status);
-        if (m_commits)
-            return mailbox::WriteMsg(*content, m_names, m_storage.get());
-        return mailbox::WriteMsg(*content, m_names, WithoutCommit(*m_storage).get());
+        // The class of the storage is its owner's to say.
+        return mailbox::WriteMsg(*content, m_names, m_storage.get(),
+                                 {.setClass = false, .commit = m_commits});
     }
     mailbox::NamedProperties& Names() override { return m_names; }
 

@@ -88,17 +88,18 @@ MessageView::MessageView(std::shared_ptr<OpenMessage> message)
 }
 
 HRESULT MessageView::GetAttachmentTable(ULONG flags, IMAPITable** table) {
-    return Call(L"GetAttachmentTable", [&] { return GiveTable(AttachmentRows(m_message), flags, table); });
+    return Call(L"GetAttachmentTable", Outputs(table),
+                [&] { return GiveTable(AttachmentRows(m_message), flags, table); });
 }
 
 HRESULT MessageView::OpenAttach(ULONG number, const IID* iid, ULONG flags, IAttach** attach) {
-    return Call(L"OpenAttach", [&] {
+    return Call(L"OpenAttach", Outputs(attach), [&] {
         return OpenAttachment(*m_message, SUCCEEDED(CheckWritable()), number, iid, flags, attach);
     });
 }
 
 HRESULT MessageView::CreateAttach(const IID* iid, ULONG flags, ULONG* number, IAttach** attach) {
-    return Call(L"CreateAttach", [&] {
+    return Call(L"CreateAttach", Outputs(number, attach), [&] {
         const HRESULT status = CheckWritable();
         return FAILED(status) ? status : CreateAttachment(*m_message, iid, flags, number, attach);
     });
@@ -114,7 +115,8 @@ HRESULT MessageView::DeleteAttach(ULONG number, ULONG, IMAPIProgress*, ULONG fla
 }
 
 HRESULT MessageView::GetRecipientTable(ULONG flags, IMAPITable** table) {
-    return Call(L"GetRecipientTable", [&] { return GiveTable(RecipientRows(m_message), flags, table); });
+    return Call(L"GetRecipientTable", Outputs(table),
+                [&] { return GiveTable(RecipientRows(m_message), flags, table); });
 }
 
 HRESULT MessageView::ModifyRecipients(ULONG flags, ADRLIST* changes) {

@@ -47,6 +47,22 @@ HRESULT Guarded(Work&& work) {
     }
 }
 
+/// What a call hands out: null or 0 unless the call gives it. A client behind a proxy sees no more of a call
+/// that failed.
+struct Outputs {
+    template <class... Output>
+    explicit Outputs(Output*... outputs) {
+        (Clear(outputs), ...);
+    }
+
+private:
+    template <class Output>
+    static void Clear(Output* output) {
+        if (output)
+            *output = {};
+    }
+};
+
 /// An object that is its interface and nothing else. It derives from the interface alone, so that its memory
 /// begins with the table of methods: see Bury.
 ///
@@ -61,6 +77,7 @@ public:
     Object& operator=(const Object&) = delete;
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
+        const Outputs cleared(object);
         Crossing call(Side::Mapi, Traits::name, L"QueryInterface");
         if (call.Fails())
             return call.Status();
@@ -97,8 +114,14 @@ protected:
         return call.Return(status);
     }
 
+    /// The same for one that hands something out.
+    template <class Work>
+    HRESULT Call(const wchar_t* member, const Outputs&, Work&& work) {
+        return Call(member, std::forward<Work>(work));
+    }
+
     /// A method that a client may call but that makes no sense here.
-    HRESULT NotSupported(const wchar_t* member) {
+    HRESULT NotSupported(const wchar_t* member, const Outputs& = Outputs()) {
         return Call(member, [] { return MAPI_E_NO_SUPPORT; });
     }
 
@@ -117,10 +140,11 @@ private:
             return MAPI_E_INVALID_PARAMETER;
         const bool own =
             iid == IID_IUnknown || std::ranges::find(Traits::iids, iid) != std::end(Traits::iids);
-        *object = own ? static_cast<Interface*>(this) : MoreInterfaces(iid);
-        if (!*object)
+        void* found = own ? static_cast<Interface*>(this) : MoreInterfaces(iid);
+        if (!found)
             return MAPI_E_INTERFACE_NOT_SUPPORTED;
         AddRef();
+        *object = found;
         return S_OK;
     }
 

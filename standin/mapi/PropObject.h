@@ -12,7 +12,7 @@ template <class Interface>
 class PropObject : public Object<Interface>, public PropertySide {
 public:
     HRESULT STDMETHODCALLTYPE GetLastError(HRESULT status, ULONG flags, MAPIERROR** error) override {
-        return this->Call(L"GetLastError",
+        return this->Call(L"GetLastError", Outputs(error),
                           [&] { return DescribeFailure(this->Failure(), status, flags, error); });
     }
     HRESULT STDMETHODCALLTYPE SaveChanges(ULONG flags) override {
@@ -20,44 +20,47 @@ public:
     }
     HRESULT STDMETHODCALLTYPE GetProps(SPropTagArray* tags, ULONG flags, ULONG* count,
                                        SPropValue** values) override {
-        return this->Call(L"GetProps",
+        return this->Call(L"GetProps", Outputs(count, values),
                           [&] { return properties::GetProps(*this, tags, flags, count, values); });
     }
     HRESULT STDMETHODCALLTYPE GetPropList(ULONG flags, SPropTagArray** tags) override {
-        return this->Call(L"GetPropList", [&] { return properties::GetPropList(*this, flags, tags); });
+        return this->Call(L"GetPropList", Outputs(tags),
+                          [&] { return properties::GetPropList(*this, flags, tags); });
     }
     HRESULT STDMETHODCALLTYPE OpenProperty(ULONG tag, const IID* iid, ULONG, ULONG flags,
                                            IUnknown** object) override {
-        return this->Call(L"OpenProperty",
+        return this->Call(L"OpenProperty", Outputs(object),
                           [&] { return properties::OpenProperty(*this, tag, iid, flags, object); });
     }
     HRESULT STDMETHODCALLTYPE SetProps(ULONG count, SPropValue* values,
                                        SPropProblemArray** problems) override {
-        return this->Call(L"SetProps", [&] { return properties::SetProps(*this, count, values, problems); });
+        return this->Call(L"SetProps", Outputs(problems),
+                          [&] { return properties::SetProps(*this, count, values, problems); });
     }
     HRESULT STDMETHODCALLTYPE DeleteProps(SPropTagArray* tags, SPropProblemArray** problems) override {
-        return this->Call(L"DeleteProps", [&] { return properties::DeleteProps(*this, tags, problems); });
+        return this->Call(L"DeleteProps", Outputs(problems),
+                          [&] { return properties::DeleteProps(*this, tags, problems); });
     }
     HRESULT STDMETHODCALLTYPE CopyTo(ULONG excludedCount, const IID* excluded, SPropTagArray* tags, ULONG,
                                      IMAPIProgress*, const IID* iid, void* target, ULONG flags,
                                      SPropProblemArray** problems) override {
-        return this->Call(L"CopyTo", [&] {
+        return this->Call(L"CopyTo", Outputs(problems), [&] {
             return properties::CopyTo(*this, excludedCount, excluded, tags, iid, target, flags, problems);
         });
     }
     HRESULT STDMETHODCALLTYPE CopyProps(SPropTagArray* tags, ULONG, IMAPIProgress*, const IID* iid,
                                         void* target, ULONG flags, SPropProblemArray** problems) override {
-        return this->Call(L"CopyProps",
+        return this->Call(L"CopyProps", Outputs(problems),
                           [&] { return properties::CopyProps(*this, tags, iid, target, flags, problems); });
     }
     HRESULT STDMETHODCALLTYPE GetNamesFromIDs(SPropTagArray** tags, GUID* set, ULONG flags, ULONG* count,
                                               MAPINAMEID*** names) override {
-        return this->Call(L"GetNamesFromIDs",
+        return this->Call(L"GetNamesFromIDs", Outputs(count, names),
                           [&] { return properties::GetNamesFromIDs(*this, tags, set, flags, count, names); });
     }
     HRESULT STDMETHODCALLTYPE GetIDsFromNames(ULONG count, MAPINAMEID** names, ULONG flags,
                                               SPropTagArray** tags) override {
-        return this->Call(L"GetIDsFromNames",
+        return this->Call(L"GetIDsFromNames", Outputs(tags),
                           [&] { return properties::GetIDsFromNames(*this, count, names, flags, tags); });
     }
 
@@ -70,6 +73,15 @@ protected:
     }
 };
 
+/// The ways in which SaveChanges can leave an object open; one of them at most.
+inline constexpr ULONG kKeepOpen = KEEP_OPEN_READONLY | KEEP_OPEN_READWRITE;
+
+inline HRESULT CheckSaveFlags(ULONG flags) {
+    if (flags & ~(kKeepOpen | FORCE_SAVE | MAPI_DEFERRED_ERRORS))
+        return MAPI_E_UNKNOWN_FLAGS;
+    return (flags & kKeepOpen) == kKeepOpen ? MAPI_E_INVALID_PARAMETER : S_OK;
+}
+
 /// An object that is saved by SaveChanges, and may be at an end with it.
 template <class Interface>
 class TransactedObject : public PropObject<Interface> {
@@ -79,12 +91,9 @@ public:
     HRESULT CheckWritable() const override { return m_writable ? S_OK : E_ACCESSDENIED; }
 
     HRESULT Save(ULONG flags) override {
-        constexpr ULONG kKeepOpen = KEEP_OPEN_READONLY | KEEP_OPEN_READWRITE;
-        if (flags & ~(kKeepOpen | FORCE_SAVE | MAPI_DEFERRED_ERRORS))
-            return MAPI_E_UNKNOWN_FLAGS;
-        if ((flags & kKeepOpen) == kKeepOpen)
-            return MAPI_E_INVALID_PARAMETER;
-        HRESULT status = this->CheckWritable();
+        HRESULT status = CheckSaveFlags(flags);
+        if (SUCCEEDED(status))
+            status = this->CheckWritable();
         if (SUCCEEDED(status))
             status = SaveNow((flags & FORCE_SAVE) != 0);
         if (FAILED(status))
@@ -112,7 +121,10 @@ public:
 
     mailbox::PropertyObject& Properties() const override { return *m_properties; }
     HRESULT CheckWritable() const override { return m_writable ? S_OK : E_ACCESSDENIED; }
-    HRESULT Save(ULONG) override { return CheckWritable(); }
+    HRESULT Save(ULONG flags) override {
+        const HRESULT status = CheckSaveFlags(flags);
+        return FAILED(status) ? status : CheckWritable();
+    }
 
 private:
     std::shared_ptr<mailbox::PropertyObject> m_properties;

@@ -63,8 +63,8 @@ bool HasOnlyKnownTypes(const SPropTagArray& tags) {
 /// text is.
 Value ReadForCaller(const PropertySide& side, PropertyTag tag, bool wide) {
     Value value;
-    if (FAILED(side.Read(tag, value)))
-        return ErrorValue{MAPI_E_NOT_FOUND};
+    if (const HRESULT status = side.Read(tag, value); FAILED(status))
+        return ErrorValue{status};
     if (!wide && TypeOf(tag) == PT_UNSPECIFIED)
         if (auto narrow =
                 mailbox::ConvertValue(value, TypeOf(WithTextWidth(MakeTag(0, TypeOf(value)), false)), CP_ACP))

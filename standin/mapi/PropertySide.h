@@ -62,10 +62,6 @@ inline constexpr IID kIidPropertySide{
 /// The members of IMAPIProp. Parameters and statuses are those of the interface.
 namespace properties {
 
-/// Values that take more bytes than this are to be had as streams only: for the others GetProps answers
-/// MAPI_E_NOT_ENOUGH_MEMORY, as Exchange does.
-inline constexpr std::size_t kLargestValue = 32 * 1024;
-
 HRESULT GetProps(const PropertySide& side, const SPropTagArray* tags, ULONG flags, ULONG* count,
                  SPropValue** values);
 HRESULT GetPropList(const PropertySide& side, ULONG flags, SPropTagArray** tags);

@@ -234,7 +234,7 @@ private:
             return MAPI_E_INVALID_PARAMETER;
         const PropertyType type = TypeOf(source->ulPropTag);
         if (type != TypeOf(tag) && type != (TypeOf(tag) & ~MV_FLAG))
-            return MAPI_E_INVALID_PARAMETER;
+            return MAPI_E_TOO_COMPLEX;
         return TakeValue(*source, value);
     }
 
@@ -263,13 +263,13 @@ private:
         if (!IsComparison(source.relop))
             return MAPI_E_TOO_COMPLEX;
         if (TypeOf(source.ulPropTag1) != TypeOf(source.ulPropTag2))
-            return MAPI_E_INVALID_PARAMETER;
+            return MAPI_E_TOO_COMPLEX;
         return Make<CompareProperties>(taken, source.ulPropTag1, source.relop, source.ulPropTag2);
     }
 
     static HRESULT TakeBitMask(const SBitMaskRestriction& source, RestrictionPtr& taken) {
         if (TypeOf(source.ulPropTag) != PT_LONG || source.relBMR > BMR_NEZ)
-            return MAPI_E_INVALID_PARAMETER;
+            return MAPI_E_TOO_COMPLEX;
         return Make<BitMask>(taken, source.ulPropTag, source.ulMask, source.relBMR == BMR_NEZ);
     }
 

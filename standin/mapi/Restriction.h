@@ -30,9 +30,9 @@ public:
     virtual bool IsMetBy(const RestrictedRow& row) const = 0;
 };
 
-/// Takes a caller's restriction over. E_INVALIDARG: a null pointer, or a value whose type is not the tag's.
-/// MAPI_E_TOO_COMPLEX: what no table here can do (RELOP_RE, unknown kinds, content of numbers, nesting beyond
-/// measure).
+/// Takes a caller's restriction over. E_INVALIDARG: a null pointer. MAPI_E_TOO_COMPLEX: two types that differ
+/// (of a tag and its value, or of two tags), bits of what is no PT_LONG, and what no table here can do
+/// (RELOP_RE, unknown kinds, content of numbers, nesting beyond measure).
 HRESULT TakeRestriction(const SRestriction* source, std::unique_ptr<Restriction>& restriction);
 
 } // namespace standin::mapi

@@ -2,6 +2,7 @@
 #include "standin/mapi/RowList.h"
 
 #include "standin/mapi/Comparison.h"
+#include "standin/mapi/Values.h"
 
 #include <algorithm>
 #include <set>
@@ -40,6 +41,10 @@ std::weak_ordering CompareKeys(const std::optional<Value>& left, const std::opti
 }
 
 } // namespace
+
+HRESULT TableRows::Shorten(Value& value) const {
+    return RoomFor(value) > kLargestValue ? MAPI_E_NOT_ENOUGH_MEMORY : S_OK;
+}
 
 void RowList::Refresh() {
     const std::uint64_t version = m_source->Version();
@@ -114,9 +119,10 @@ std::size_t RowList::Position() {
 
 Value RowList::Read(std::size_t row, PropertyTag tag) const {
     Value value;
-    if (FAILED(m_source->Read(*m_rows[row].object, tag, value)))
-        return mailbox::ErrorValue{MAPI_E_NOT_FOUND};
-    return value;
+    HRESULT status = m_source->Read(*m_rows[row].object, tag, value);
+    if (SUCCEEDED(status))
+        status = m_source->Shorten(value);
+    return FAILED(status) ? Value(mailbox::ErrorValue{status}) : value;
 }
 
 std::vector<PropertyTag> RowList::TagsOfRows() {

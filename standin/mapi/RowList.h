@@ -27,6 +27,9 @@ public:
                          mailbox::Value& value) const {
         return row.Read(tag, value);
     }
+    /// What a client sees of a value that was read: restrictions and sort orders look at the whole of it.
+    /// MAPI_E_NOT_ENOUGH_MEMORY: it is too long for a row.
+    virtual HRESULT Shorten(mailbox::Value& value) const;
     /// See RestrictedRow.
     virtual bool AnyRowOf(const mailbox::PropertyObject&, mailbox::PropertyTag,
                           const std::function<bool(const RestrictedRow&)>&) const {

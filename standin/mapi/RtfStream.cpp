@@ -28,6 +28,25 @@ HRESULT ReadToEnd(IStream& stream, Bytes& bytes) {
     }
 }
 
+HRESULT Refuse() {
+    return E_NOTIMPL;
+}
+
+/// RTF on its way through the compression, which goes from the beginning to the end: such a stream is read,
+/// or written and committed, and knows neither its size nor another position.
+class RtfStream final : public MemoryStream {
+public:
+    using MemoryStream::MemoryStream;
+
+    HRESULT STDMETHODCALLTYPE Seek(LARGE_INTEGER, DWORD, ULARGE_INTEGER* position) override {
+        return Call(L"Seek", Outputs(position), Refuse);
+    }
+    HRESULT STDMETHODCALLTYPE SetSize(ULARGE_INTEGER) override { return Call(L"SetSize", Refuse); }
+    HRESULT STDMETHODCALLTYPE Stat(STATSTG* statistics, DWORD) override {
+        return Call(L"Stat", Outputs(statistics), Refuse);
+    }
+};
+
 HRESULT ReplaceAll(IStream& stream, const Bytes& bytes) {
     if (const HRESULT status = stream.Seek({}, STREAM_SEEK_SET, nullptr); FAILED(status))
         return status;
@@ -41,12 +60,13 @@ HRESULT ReplaceAll(IStream& stream, const Bytes& bytes) {
 HRESULT WrapRtfStream(IStream* compressed, ULONG flags, IStream** stream) {
     if (!compressed || !stream)
         return MAPI_E_INVALID_PARAMETER;
-    if (flags & ~(MAPI_MODIFY | STORE_UNCOMPRESSED_RTF))
+    // RTF has no width, so that MAPI_UNICODE says nothing here.
+    if (flags & ~(MAPI_MODIFY | STORE_UNCOMPRESSED_RTF | MAPI_UNICODE))
         return MAPI_E_UNKNOWN_FLAGS;
     if (flags & MAPI_MODIFY) {
         const bool compresses = (flags & STORE_UNCOMPRESSED_RTF) == 0;
         const std::shared_ptr<IStream> target(Hold(compressed).release(), Releaser());
-        *stream = new MemoryStream({}, [target, compresses](const Bytes& rtf) {
+        *stream = new RtfStream({}, [target, compresses](const Bytes& rtf) {
             return ReplaceAll(*target, compresses ? CompressRtf(rtf) : WrapRtf(rtf));
         });
         return S_OK;
@@ -57,7 +77,7 @@ HRESULT WrapRtfStream(IStream* compressed, ULONG flags, IStream** stream) {
     Bytes rtf;
     if (const HRESULT status = DecompressRtf(bytes, rtf); FAILED(status))
         return status;
-    *stream = new MemoryStream(std::move(rtf));
+    *stream = new RtfStream(std::move(rtf));
     return S_OK;
 }
 

@@ -23,10 +23,11 @@ public:
     explicit SessionView(mailbox::Mailbox& mailbox) : m_mailbox(mailbox) {}
 
     HRESULT STDMETHODCALLTYPE GetLastError(HRESULT status, ULONG flags, MAPIERROR** error) override {
-        return Call(L"GetLastError", [&] { return DescribeFailure(Failure(), status, flags, error); });
+        return Call(L"GetLastError", Outputs(error),
+                    [&] { return DescribeFailure(Failure(), status, flags, error); });
     }
     HRESULT STDMETHODCALLTYPE GetMsgStoresTable(ULONG flags, IMAPITable** table) override {
-        return Call(L"GetMsgStoresTable", [&]() -> HRESULT {
+        return Call(L"GetMsgStoresTable", Outputs(table), [&]() -> HRESULT {
             if (!table)
                 return MAPI_E_INVALID_PARAMETER;
             if (flags & ~MAPI_UNICODE)
@@ -37,11 +38,12 @@ public:
     }
     HRESULT STDMETHODCALLTYPE OpenMsgStore(ULONG_PTR, ULONG size, ENTRYID* entryId, const IID* iid,
                                            ULONG flags, IMsgStore** store) override {
-        return Call(L"OpenMsgStore", [&] { return OpenStore(size, entryId, iid, flags, store); });
+        return Call(L"OpenMsgStore", Outputs(store),
+                    [&] { return OpenStore(size, entryId, iid, flags, store); });
     }
     HRESULT STDMETHODCALLTYPE OpenAddressBook(ULONG_PTR, const IID* iid, ULONG flags,
                                               IAddrBook** book) override {
-        return Call(L"OpenAddressBook", [&]() -> HRESULT {
+        return Call(L"OpenAddressBook", Outputs(book), [&]() -> HRESULT {
             if (!book)
                 return MAPI_E_INVALID_PARAMETER;
             if (flags & ~AB_NO_DIALOG)
@@ -52,15 +54,15 @@ public:
             return S_OK;
         });
     }
-    HRESULT STDMETHODCALLTYPE OpenProfileSection(MAPIUID*, const IID*, ULONG, IProfSect**) override {
-        return NotSupported(L"OpenProfileSection");
+    HRESULT STDMETHODCALLTYPE OpenProfileSection(MAPIUID*, const IID*, ULONG, IProfSect** section) override {
+        return NotSupported(L"OpenProfileSection", Outputs(section));
     }
-    HRESULT STDMETHODCALLTYPE GetStatusTable(ULONG, IMAPITable**) override {
-        return NotSupported(L"GetStatusTable");
+    HRESULT STDMETHODCALLTYPE GetStatusTable(ULONG, IMAPITable** table) override {
+        return NotSupported(L"GetStatusTable", Outputs(table));
     }
     HRESULT STDMETHODCALLTYPE OpenEntry(ULONG size, ENTRYID* entryId, const IID* iid, ULONG flags,
                                         ULONG* type, IUnknown** object) override {
-        return Call(L"OpenEntry", [&]() -> HRESULT {
+        return Call(L"OpenEntry", Outputs(type, object), [&]() -> HRESULT {
             EntryRequest request;
             if (const HRESULT status = TakeEntryRequest(size, entryId, iid, flags, type, object, request);
                 FAILED(status))
@@ -70,7 +72,7 @@ public:
     }
     HRESULT STDMETHODCALLTYPE CompareEntryIDs(ULONG size1, ENTRYID* entryId1, ULONG size2, ENTRYID* entryId2,
                                               ULONG flags, ULONG* result) override {
-        return Call(L"CompareEntryIDs",
+        return Call(L"CompareEntryIDs", Outputs(result),
                     [&] { return CompareEntryIds(size1, entryId1, size2, entryId2, flags, result); });
     }
     HRESULT STDMETHODCALLTYPE Advise(ULONG, ENTRYID*, ULONG, IMAPIAdviseSink*, ULONG*) override {
@@ -84,10 +86,11 @@ public:
         return NotSupported(L"QueryDefaultMessageOpt");
     }
     HRESULT STDMETHODCALLTYPE EnumAdrTypes(ULONG flags, ULONG* count, LPTSTR** types) override {
-        return Call(L"EnumAdrTypes", [&] { return ListAddressTypes(flags, count, types); });
+        return Call(L"EnumAdrTypes", Outputs(count, types),
+                    [&] { return ListAddressTypes(flags, count, types); });
     }
     HRESULT STDMETHODCALLTYPE QueryIdentity(ULONG* size, ENTRYID** entryId) override {
-        return Call(L"QueryIdentity", [&] { return TellIdentity(size, entryId); });
+        return Call(L"QueryIdentity", Outputs(size, entryId), [&] { return TellIdentity(size, entryId); });
     }
     HRESULT STDMETHODCALLTYPE Logoff(ULONG_PTR, ULONG, ULONG) override {
         return Call(L"Logoff", [&] {
@@ -98,8 +101,8 @@ public:
     HRESULT STDMETHODCALLTYPE SetDefaultStore(ULONG, ULONG, ENTRYID*) override {
         return NotSupported(L"SetDefaultStore");
     }
-    HRESULT STDMETHODCALLTYPE AdminServices(ULONG, IMsgServiceAdmin**) override {
-        return NotSupported(L"AdminServices");
+    HRESULT STDMETHODCALLTYPE AdminServices(ULONG, IMsgServiceAdmin** services) override {
+        return NotSupported(L"AdminServices", Outputs(services));
     }
     HRESULT STDMETHODCALLTYPE ShowForm(ULONG_PTR, IMsgStore*, IMAPIFolder*, const IID*, ULONG, IMessage*,
                                        ULONG, ULONG, ULONG, ULONG, LPSTR) override {
@@ -127,7 +130,7 @@ private:
             return status;
         mailbox::Store* found = m_mailbox.FindStore(request.entryId);
         if (!found)
-            return request.entryId.empty() ? MAPI_E_INVALID_ENTRYID : MAPI_E_NOT_FOUND;
+            return WhyNoStore(request.entryId);
         if (const HRESULT status = OpenFound(*found, request); FAILED(status))
             return status;
         *store = static_cast<IMsgStore*>(object);

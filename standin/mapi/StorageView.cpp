@@ -19,13 +19,13 @@ public:
     explicit StorageStream(Held<IStream> inner) : m_inner(std::move(inner)) {}
 
     HRESULT STDMETHODCALLTYPE Read(void* data, ULONG size, ULONG* read) override {
-        return Call(L"Read", [&] { return m_inner->Read(data, size, read); });
+        return Call(L"Read", Outputs(read), [&] { return m_inner->Read(data, size, read); });
     }
     HRESULT STDMETHODCALLTYPE Write(const void* data, ULONG size, ULONG* written) override {
-        return Call(L"Write", [&] { return m_inner->Write(data, size, written); });
+        return Call(L"Write", Outputs(written), [&] { return m_inner->Write(data, size, written); });
     }
     HRESULT STDMETHODCALLTYPE Seek(LARGE_INTEGER move, DWORD origin, ULARGE_INTEGER* position) override {
-        return Call(L"Seek", [&] { return m_inner->Seek(move, origin, position); });
+        return Call(L"Seek", Outputs(position), [&] { return m_inner->Seek(move, origin, position); });
     }
     HRESULT STDMETHODCALLTYPE SetSize(ULARGE_INTEGER size) override {
         return Call(L"SetSize", [&] { return m_inner->SetSize(size); });
@@ -50,7 +50,9 @@ public:
         return Call(L"Stat", [&] { return m_inner->Stat(statistics, flags); });
     }
     HRESULT STDMETHODCALLTYPE Clone(IStream** clone) override {
-        return Call(L"Clone", [&] {
+        return Call(L"Clone", Outputs(clone), [&]() -> HRESULT {
+            if (!clone)
+                return STG_E_INVALIDPOINTER;
             IStream* made = nullptr;
             const HRESULT status = m_inner->Clone(&made);
             if (SUCCEEDED(status))
@@ -70,35 +72,38 @@ public:
 
     HRESULT STDMETHODCALLTYPE CreateStream(LPCOLESTR name, DWORD mode, DWORD reserved1, DWORD reserved2,
                                            IStream** stream) override {
-        return Change(L"CreateStream", [&] {
-            IStream* made = nullptr;
-            return Give(m_inner->CreateStream(name, mode, reserved1, reserved2, &made), made, stream);
+        return Change(L"CreateStream", Outputs(stream), [&] {
+            return GiveStream(stream, [&](IStream** made) {
+                return m_inner->CreateStream(name, mode, reserved1, reserved2, made);
+            });
         });
     }
     HRESULT STDMETHODCALLTYPE OpenStream(LPCOLESTR name, void* reserved1, DWORD mode, DWORD reserved2,
                                          IStream** stream) override {
-        return Call(L"OpenStream", [&]() -> HRESULT {
+        return Call(L"OpenStream", Outputs(stream), [&]() -> HRESULT {
             if (!m_writable && WantsToWrite(mode))
                 return STG_E_ACCESSDENIED;
-            IStream* opened = nullptr;
-            return Give(m_inner->OpenStream(name, reserved1, mode, reserved2, &opened), opened, stream);
+            return GiveStream(stream, [&](IStream** opened) {
+                return m_inner->OpenStream(name, reserved1, mode, reserved2, opened);
+            });
         });
     }
     HRESULT STDMETHODCALLTYPE CreateStorage(LPCOLESTR name, DWORD mode, DWORD reserved1, DWORD reserved2,
                                             IStorage** storage) override {
-        return Change(L"CreateStorage", [&] {
-            IStorage* made = nullptr;
-            return Give(m_inner->CreateStorage(name, mode, reserved1, reserved2, &made), made, storage);
+        return Change(L"CreateStorage", Outputs(storage), [&] {
+            return GiveStorage(storage, [&](IStorage** made) {
+                return m_inner->CreateStorage(name, mode, reserved1, reserved2, made);
+            });
         });
     }
     HRESULT STDMETHODCALLTYPE OpenStorage(LPCOLESTR name, IStorage* priority, DWORD mode, SNB excluded,
                                           DWORD reserved, IStorage** storage) override {
-        return Call(L"OpenStorage", [&]() -> HRESULT {
+        return Call(L"OpenStorage", Outputs(storage), [&]() -> HRESULT {
             if (!m_writable && WantsToWrite(mode))
                 return STG_E_ACCESSDENIED;
-            IStorage* opened = nullptr;
-            return Give(m_inner->OpenStorage(name, priority, mode, excluded, reserved, &opened), opened,
-                        storage);
+            return GiveStorage(storage, [&](IStorage** opened) {
+                return m_inner->OpenStorage(name, priority, mode, excluded, reserved, opened);
+            });
         });
     }
     HRESULT STDMETHODCALLTYPE CopyTo(DWORD count, const IID* excluded, SNB names, IStorage* target) override {
@@ -116,7 +121,7 @@ public:
     }
     HRESULT STDMETHODCALLTYPE EnumElements(DWORD reserved1, void* reserved2, DWORD reserved3,
                                            IEnumSTATSTG** elements) override {
-        return Call(L"EnumElements",
+        return Call(L"EnumElements", Outputs(elements),
                     [&] { return m_inner->EnumElements(reserved1, reserved2, reserved3, elements); });
     }
     HRESULT STDMETHODCALLTYPE DestroyElement(LPCOLESTR name) override {
@@ -145,13 +150,28 @@ private:
     HRESULT Change(const wchar_t* member, Work&& work) {
         return Call(member, [&]() -> HRESULT { return m_writable ? work() : STG_E_ACCESSDENIED; });
     }
+    template <class Work>
+    HRESULT Change(const wchar_t* member, const Outputs&, Work&& work) {
+        return Change(member, std::forward<Work>(work));
+    }
 
-    static HRESULT Give(HRESULT status, IStream* inner, IStream** stream) {
+    /// Hands out what `open` gets from the storage itself, in the form that clients get it in.
+    template <class Open>
+    static HRESULT GiveStream(IStream** stream, Open open) {
+        if (!stream)
+            return STG_E_INVALIDPOINTER;
+        IStream* inner = nullptr;
+        const HRESULT status = open(&inner);
         if (SUCCEEDED(status))
             *stream = new StorageStream(Held<IStream>(inner));
         return status;
     }
-    HRESULT Give(HRESULT status, IStorage* inner, IStorage** storage) const {
+    template <class Open>
+    HRESULT GiveStorage(IStorage** storage, Open open) const {
+        if (!storage)
+            return STG_E_INVALIDPOINTER;
+        IStorage* inner = nullptr;
+        const HRESULT status = open(&inner);
         if (SUCCEEDED(status))
             *storage = new StorageView(Held<IStorage>(inner), m_writable, nullptr);
         return status;
@@ -183,11 +203,6 @@ HRESULT OpenBytesAsStorage(const mailbox::Bytes& bytes, ByteKeeper keep, IUnknow
     };
     *storage = new StorageView(Held<IStorage>(opened), writable, std::move(commit));
     return S_OK;
-}
-
-Held<IStorage> WithoutCommit(IStorage& storage) {
-    constexpr bool kWritable = true;
-    return Held<IStorage>(new StorageView(Hold(&storage), kWritable, [](IStorage&, DWORD) { return S_OK; }));
 }
 
 } // namespace standin::mapi

@@ -15,7 +15,4 @@ using ByteKeeper = std::function<HRESULT(const mailbox::Bytes&)>;
 /// and the keeper gets the bytes at each Commit; without, writing to it answers STG_E_ACCESSDENIED.
 HRESULT OpenBytesAsStorage(const mailbox::Bytes& bytes, ByteKeeper keep, IUnknown** storage);
 
-/// A storage, of which Commit does nothing: for those who must leave that to the storage's owner.
-Held<IStorage> WithoutCommit(IStorage& storage);
-
 } // namespace standin::mapi

@@ -20,12 +20,12 @@ public:
     HRESULT STDMETHODCALLTYPE Unadvise(ULONG) override { return NotSupported(L"Unadvise"); }
     HRESULT STDMETHODCALLTYPE CompareEntryIDs(ULONG size1, ENTRYID* entryId1, ULONG size2, ENTRYID* entryId2,
                                               ULONG flags, ULONG* result) override {
-        return Call(L"CompareEntryIDs",
+        return Call(L"CompareEntryIDs", Outputs(result),
                     [&] { return CompareEntryIds(size1, entryId1, size2, entryId2, flags, result); });
     }
     HRESULT STDMETHODCALLTYPE OpenEntry(ULONG size, ENTRYID* entryId, const IID* iid, ULONG flags,
                                         ULONG* type, IUnknown** object) override {
-        return Call(L"OpenEntry", [&]() -> HRESULT {
+        return Call(L"OpenEntry", Outputs(type, object), [&]() -> HRESULT {
             EntryRequest request;
             if (const HRESULT status = TakeEntryRequest(size, entryId, iid, flags, type, object, request);
                 FAILED(status))
@@ -41,11 +41,11 @@ public:
     }
     HRESULT STDMETHODCALLTYPE GetReceiveFolder(LPTSTR, ULONG flags, ULONG* size, ENTRYID** entryId,
                                                LPTSTR* explicitClass) override {
-        return Call(L"GetReceiveFolder",
+        return Call(L"GetReceiveFolder", Outputs(size, entryId, explicitClass),
                     [&] { return TellReceiveFolder(flags, size, entryId, explicitClass); });
     }
-    HRESULT STDMETHODCALLTYPE GetReceiveFolderTable(ULONG, IMAPITable**) override {
-        return NotSupported(L"GetReceiveFolderTable");
+    HRESULT STDMETHODCALLTYPE GetReceiveFolderTable(ULONG, IMAPITable** table) override {
+        return NotSupported(L"GetReceiveFolderTable", Outputs(table));
     }
     HRESULT STDMETHODCALLTYPE StoreLogoff(ULONG* flags) override {
         return Call(L"StoreLogoff", [&]() -> HRESULT {
@@ -58,8 +58,8 @@ public:
     HRESULT STDMETHODCALLTYPE AbortSubmit(ULONG, ENTRYID*, ULONG) override {
         return Call(L"AbortSubmit", [] { return MAPI_E_NOT_IN_QUEUE; }); // what is submitted goes out at once
     }
-    HRESULT STDMETHODCALLTYPE GetOutgoingQueue(ULONG, IMAPITable**) override {
-        return NotSupported(L"GetOutgoingQueue");
+    HRESULT STDMETHODCALLTYPE GetOutgoingQueue(ULONG, IMAPITable** table) override {
+        return NotSupported(L"GetOutgoingQueue", Outputs(table));
     }
     HRESULT STDMETHODCALLTYPE SetLockState(IMessage*, ULONG) override {
         return NotSupported(L"SetLockState");

@@ -8,6 +8,7 @@ namespace standin::mapi {
 namespace {
 
 constexpr std::uint64_t kLargestStream = 0x7FFFFFFF;
+constexpr std::uint64_t kLastPosition = 0x7FFFFFFFFFFFFFFF; // beyond it a move went below 0
 
 } // namespace
 
@@ -19,7 +20,7 @@ HRESULT Stream::ReadOn(void* data, ULONG size, ULONG& read) {
 }
 
 HRESULT Stream::Read(void* data, ULONG size, ULONG* read) {
-    return Call(L"Read", [&]() -> HRESULT {
+    return Call(L"Read", Outputs(read), [&]() -> HRESULT {
         if (!data)
             return STG_E_INVALIDPOINTER;
         ULONG count = 0;
@@ -31,7 +32,7 @@ HRESULT Stream::Read(void* data, ULONG size, ULONG* read) {
 }
 
 HRESULT Stream::Write(const void* data, ULONG size, ULONG* written) {
-    return Call(L"Write", [&]() -> HRESULT {
+    return Call(L"Write", Outputs(written), [&]() -> HRESULT {
         if (written)
             *written = 0;
         if (!data)
@@ -54,15 +55,15 @@ HRESULT Stream::Move(std::int64_t move, DWORD origin) {
     const std::uint64_t origins[] = {0, m_position, size};
     if (origin >= std::size(origins))
         return STG_E_INVALIDFUNCTION;
-    const std::int64_t position = static_cast<std::int64_t>(origins[origin]) + move;
-    if (position < 0)
+    const std::uint64_t position = origins[origin] + static_cast<std::uint64_t>(move);
+    if (position > kLastPosition)
         return STG_E_INVALIDFUNCTION;
-    m_position = static_cast<std::uint64_t>(position);
+    m_position = position;
     return S_OK;
 }
 
 HRESULT Stream::Seek(LARGE_INTEGER move, DWORD origin, ULARGE_INTEGER* position) {
-    return Call(L"Seek", [&] {
+    return Call(L"Seek", Outputs(position), [&] {
         const HRESULT status = Move(move.QuadPart, origin);
         if (position)
             position->QuadPart = m_position;
@@ -94,7 +95,7 @@ HRESULT Stream::CopyOn(IStream& target, std::uint64_t size, std::uint64_t& read,
 }
 
 HRESULT Stream::CopyTo(IStream* target, ULARGE_INTEGER size, ULARGE_INTEGER* read, ULARGE_INTEGER* written) {
-    return Call(L"CopyTo", [&]() -> HRESULT {
+    return Call(L"CopyTo", Outputs(read, written), [&]() -> HRESULT {
         if (!target)
             return STG_E_INVALIDPOINTER;
         std::uint64_t readCount = 0;
@@ -138,8 +139,8 @@ HRESULT Stream::Stat(STATSTG* statistics, DWORD) {
     });
 }
 
-HRESULT Stream::Clone(IStream**) {
-    return NotSupported(L"Clone");
+HRESULT Stream::Clone(IStream** clone) {
+    return NotSupported(L"Clone", Outputs(clone));
 }
 
 HRESULT MemoryStream::SizeNow(std::uint64_t& size) {

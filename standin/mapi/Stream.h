@@ -48,7 +48,7 @@ private:
 };
 
 /// A stream over bytes in memory. What Commit does with them is the opener's to say.
-class MemoryStream final : public Stream {
+class MemoryStream : public Stream {
 public:
     using Keeper = std::function<HRESULT(const mailbox::Bytes&)>;
 

@@ -57,32 +57,34 @@ public:
     }
 
     HRESULT STDMETHODCALLTYPE GetLastError(HRESULT status, ULONG flags, MAPIERROR** error) override {
-        return Call(L"GetLastError", [&] { return DescribeFailure(Failure(), status, flags, error); });
+        return Call(L"GetLastError", Outputs(error),
+                    [&] { return DescribeFailure(Failure(), status, flags, error); });
     }
     HRESULT STDMETHODCALLTYPE Advise(ULONG, IMAPIAdviseSink*, ULONG*) override {
         return NotSupported(L"Advise");
     }
     HRESULT STDMETHODCALLTYPE Unadvise(ULONG) override { return NotSupported(L"Unadvise"); }
     HRESULT STDMETHODCALLTYPE GetStatus(ULONG* status, ULONG* type) override {
-        return Call(L"GetStatus", [&] { return TellStatus(status, type); });
+        return Call(L"GetStatus", Outputs(status, type), [&] { return TellStatus(status, type); });
     }
     HRESULT STDMETHODCALLTYPE SetColumns(SPropTagArray* tags, ULONG flags) override {
         return Call(L"SetColumns", [&] { return SetColumnsTo(tags, flags); });
     }
     HRESULT STDMETHODCALLTYPE QueryColumns(ULONG flags, SPropTagArray** tags) override {
-        return Call(L"QueryColumns", [&] { return TellColumns(flags, tags); });
+        return Call(L"QueryColumns", Outputs(tags), [&] { return TellColumns(flags, tags); });
     }
     HRESULT STDMETHODCALLTYPE GetRowCount(ULONG flags, ULONG* count) override {
-        return Call(L"GetRowCount", [&] { return TellRowCount(flags, count); });
+        return Call(L"GetRowCount", Outputs(count), [&] { return TellRowCount(flags, count); });
     }
     HRESULT STDMETHODCALLTYPE SeekRow(BOOKMARK origin, LONG count, LONG* sought) override {
-        return Call(L"SeekRow", [&] { return Seek(origin, count, sought); });
+        return Call(L"SeekRow", Outputs(sought), [&] { return Seek(origin, count, sought); });
     }
     HRESULT STDMETHODCALLTYPE SeekRowApprox(ULONG numerator, ULONG denominator) override {
         return Call(L"SeekRowApprox", [&] { return SeekApprox(numerator, denominator); });
     }
     HRESULT STDMETHODCALLTYPE QueryPosition(ULONG* row, ULONG* numerator, ULONG* denominator) override {
-        return Call(L"QueryPosition", [&] { return TellPosition(row, numerator, denominator); });
+        return Call(L"QueryPosition", Outputs(row, numerator, denominator),
+                    [&] { return TellPosition(row, numerator, denominator); });
     }
     HRESULT STDMETHODCALLTYPE FindRow(SRestriction* restriction, BOOKMARK origin, ULONG flags) override {
         return Call(L"FindRow", [&] { return Find(restriction, origin, flags); });
@@ -91,7 +93,7 @@ public:
         return Call(L"Restrict", [&] { return RestrictTo(restriction, flags); });
     }
     HRESULT STDMETHODCALLTYPE CreateBookmark(BOOKMARK* bookmark) override {
-        return Call(L"CreateBookmark", [&]() -> HRESULT {
+        return Call(L"CreateBookmark", Outputs(bookmark), [&]() -> HRESULT {
             if (!bookmark)
                 return MAPI_E_INVALID_PARAMETER;
             *bookmark = m_rows.CreateBookmark();
@@ -105,10 +107,10 @@ public:
         return Call(L"SortTable", [&] { return SortBy(orders, flags); });
     }
     HRESULT STDMETHODCALLTYPE QuerySortOrder(SSortOrderSet** orders) override {
-        return Call(L"QuerySortOrder", [&] { return TellSortOrder(orders); });
+        return Call(L"QuerySortOrder", Outputs(orders), [&] { return TellSortOrder(orders); });
     }
     HRESULT STDMETHODCALLTYPE QueryRows(LONG count, ULONG flags, SRowSet** rows) override {
-        return Call(L"QueryRows", [&] { return Query(count, flags, rows); });
+        return Call(L"QueryRows", Outputs(rows), [&] { return Query(count, flags, rows); });
     }
     HRESULT STDMETHODCALLTYPE Abort() override {
         return Call(L"Abort", [] { return S_OK; }); // nothing is ever under way

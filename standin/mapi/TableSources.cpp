@@ -119,16 +119,15 @@ private:
     const PropertyBag& m_bag;
 };
 
-/// What a contents table does not show as a whole. Text is cut, other long values are refused.
-HRESULT CutForTable(Value& value) {
-    constexpr std::size_t kMostBytes = 510;
-    if (auto* wide = std::get_if<std::wstring>(&value); wide && wide->size() > kMostBytes / sizeof(wchar_t))
-        wide->resize(kMostBytes / sizeof(wchar_t));
-    if (auto* narrow = std::get_if<std::string>(&value);
-        narrow && narrow->size() > kMostBytes / sizeof(wchar_t))
-        narrow->resize(kMostBytes / sizeof(wchar_t));
-    const auto* bytes = std::get_if<Bytes>(&value);
-    return bytes && bytes->size() > kMostBytes ? MAPI_E_NOT_ENOUGH_MEMORY : S_OK;
+// [MS-OXCTABL] 2.2.1: what a contents table shows of one value.
+constexpr std::size_t kMostCharacters = 255;
+constexpr std::size_t kMostBytes = 510;
+
+template <class Character>
+void Cut(Value& value) {
+    auto* text = std::get_if<std::basic_string<Character>>(&value);
+    if (text && text->size() > kMostCharacters)
+        text->resize(kMostCharacters);
 }
 
 class Messages final : public TableRows {
@@ -170,8 +169,14 @@ public:
         return kColumns;
     }
     HRESULT Read(const PropertyObject& row, PropertyTag tag, Value& value) const override {
-        const HRESULT status = IsBodyProperty(tag) ? ReadBody(row, tag, value) : row.Read(tag, value);
-        return FAILED(status) ? status : CutForTable(value);
+        return IsBodyProperty(tag) ? ReadBody(row, tag, value) : row.Read(tag, value);
+    }
+    /// Text is cut, other long values are refused.
+    HRESULT Shorten(Value& value) const override {
+        Cut<wchar_t>(value);
+        Cut<char>(value);
+        const auto* bytes = std::get_if<Bytes>(&value);
+        return bytes && bytes->size() > kMostBytes ? MAPI_E_NOT_ENOUGH_MEMORY : TableRows::Shorten(value);
     }
     bool AnyRowOf(const PropertyObject& row, PropertyTag subobject,
                   const std::function<bool(const RestrictedRow&)>& test) const override {

@@ -9,6 +9,9 @@ namespace standin::mapi {
 
 /// The bytes that a value needs beside its SPropValue.
 std::size_t RoomFor(const mailbox::Value& value);
+/// Values that need more than this are to be had as streams only: GetProps and tables answer
+/// MAPI_E_NOT_ENOUGH_MEMORY in their place, as Exchange does.
+inline constexpr std::size_t kLargestValue = 32 * 1024;
 /// Lays a value out as an SPropValue; `room` is where its data goes, and is moved on behind them. A
 /// NullPointer becomes just that: a null pointer with its count.
 void LayOut(const mailbox::Property& property, SPropValue& target, std::byte*& room);

@@ -293,6 +293,20 @@ TEST_F(MessageTest, ASubmittedMessageArrivesAndIsGone) {
     EXPECT_EQ(elsewhere->SubmitMessage(0), MAPI_E_NO_SUPPORT);
 }
 
+TEST_F(MessageTest, AMessageThatCantBeSavedIsNotSubmitted) {
+    Ref<IMessage> message;
+    ASSERT_EQ(OpenFolder(L"Outbox")->CreateMessage(nullptr, 0, &message), S_OK);
+    AddRecipient(message.Get(), L"Front Desk");
+    ASSERT_EQ(message->SaveChanges(KEEP_OPEN_READWRITE), S_OK);
+    const Ref<IMessage> other = Reopen(message.Get(), MAPI_MODIFY);
+    ASSERT_EQ(Set(other.Get(), Text(PR_SUBJECT_W, L"Theirs")), S_OK);
+    ASSERT_EQ(other->SaveChanges(KEEP_OPEN_READWRITE), S_OK);
+    for (int attempt = 0; attempt < 2; ++attempt)
+        EXPECT_EQ(message->SubmitMessage(0), MAPI_E_OBJECT_CHANGED);
+    EXPECT_EQ(GetLong(message.Get(), PR_MESSAGE_FLAGS) & MSGFLAG_SUBMIT, 0);
+    EXPECT_EQ(Folder(L"Inbox").Messages().size(), 0u);
+}
+
 TEST_F(MessageTest, BothViewsOfAnOpenMessageAreOne) {
     const auto open = MakeMessage();
     const Ref<IMessage> one(mapi::MakeMessage(open)), two(mapi::MakeMessage(open));

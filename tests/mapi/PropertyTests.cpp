@@ -1,7 +1,7 @@
 // IMAPIProp: reading, writing and removing properties.
 #include "standin/mailbox/Tags.h"
 #include "standin/mapi/Buffers.h"
-#include "standin/mapi/PropertySide.h"
+#include "standin/mapi/Values.h"
 #include "tests/mapi/Client.h"
 
 #include <map>
@@ -227,7 +227,7 @@ TEST_F(PropertyTest, AllPropertiesAreThoseOfTheList) {
 
 TEST_F(PropertyTest, LargeValuesAreToBeHadAsStreamsOnly) {
     const Ref<IMessage> message = NewMessage();
-    const std::size_t limit = mapi::properties::kLargestValue;
+    const std::size_t limit = mapi::kLargestValue;
     const struct {
         std::wstring text;
         HRESULT status;

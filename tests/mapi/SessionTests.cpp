@@ -81,6 +81,8 @@ TEST_F(SessionTest, OpeningAStoreTellsWhyNot) {
     EXPECT_EQ(OpenStoreId(id, 0x1000), MAPI_E_UNKNOWN_FLAGS);
     EXPECT_EQ(OpenStoreId(unknown, MAPI_BEST_ACCESS), MAPI_E_NOT_FOUND);
     EXPECT_EQ(OpenStoreId({}, MAPI_BEST_ACCESS), MAPI_E_INVALID_ENTRYID);
+    EXPECT_EQ(OpenStoreId(Bytes(10, 7), MAPI_BEST_ACCESS), MAPI_E_INVALID_ENTRYID);
+    EXPECT_EQ(OpenStoreId(Folder(L"Inbox").EntryId(), MAPI_BEST_ACCESS), MAPI_E_UNKNOWN_ENTRYID);
     Ref<IMsgStore> store;
     EXPECT_EQ(Session()->OpenMsgStore(0, 10, nullptr, nullptr, 0, &store), MAPI_E_INVALID_PARAMETER);
     EXPECT_EQ(Session()->OpenMsgStore(0, 10, Id(id), nullptr, 0, nullptr), MAPI_E_INVALID_PARAMETER);

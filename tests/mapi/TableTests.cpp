@@ -299,9 +299,9 @@ TEST_F(TableTest, RestrictionsThatCantBeAreRefused) {
         {nullPart, MAPI_E_INVALID_PARAMETER},
         {noValue, MAPI_E_INVALID_PARAMETER},
         {Property(RELOP_EQ, null), MAPI_E_INVALID_PARAMETER},
-        {Property(RELOP_EQ, text, PR_IMPORTANCE), MAPI_E_INVALID_PARAMETER},
-        {badMask, MAPI_E_INVALID_PARAMETER},
-        {pair, MAPI_E_INVALID_PARAMETER},
+        {Property(RELOP_EQ, text, PR_IMPORTANCE), MAPI_E_TOO_COMPLEX},
+        {badMask, MAPI_E_TOO_COMPLEX},
+        {pair, MAPI_E_TOO_COMPLEX},
     };
     for (std::size_t i = 0; i < std::size(cases); ++i) {
         SRestriction restriction = cases[i].first;
@@ -386,7 +386,7 @@ TEST_F(TableTest, ComingsAndGoingsShow) {
 
 TEST_F(TableTest, LongTextIsCutAndLongBinaryRefusedInContents) {
     const auto message = MakeMessage();
-    message->Write(PR_SUBJECT_W, std::wstring(300, L'x'));
+    message->Write(PR_SUBJECT_W, std::wstring(300, L'x') + L"end");
     message->Write(kBytes, Bytes(511));
     ASSERT_EQ(message->Save(), S_OK);
     ASSERT_EQ(m_table->SetColumns(Tags{PR_SUBJECT_W, kBytes}, 0), S_OK);
@@ -394,7 +394,10 @@ TEST_F(TableTest, LongTextIsCutAndLongBinaryRefusedInContents) {
     Rows rows;
     ASSERT_EQ(m_table->QueryRows(1, 0, &rows), S_OK);
     EXPECT_EQ(std::wstring(rows.At(0, 0).Value.lpszW).size(), 255u);
-    EXPECT_EQ(PROP_TYPE(rows.At(0, 1).ulPropTag), PT_ERROR);
+    EXPECT_EQ(rows.At(0, 1).ulPropTag, CHANGE_PROP_TYPE(kBytes, PT_ERROR));
+    EXPECT_EQ(rows.At(0, 1).Value.err, MAPI_E_NOT_ENOUGH_MEMORY);
+    SPropValue end = Text(PR_SUBJECT_W, L"end");
+    EXPECT_EQ(Restricted(Content(FL_SUBSTRING, end)).size(), 1u) << "restrictions look at it all";
 }
 
 TEST_F(TableTest, WhatNoTableHereDoesIsRefused) {

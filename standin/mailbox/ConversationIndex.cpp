@@ -1,13 +1,12 @@
 // Header and response levels.
-#include "standin/mapi/ConversationIndex.h"
+#include "standin/mailbox/ConversationIndex.h"
 
 #include "standin/mailbox/ByteOrder.h"
 #include "standin/mailbox/Platform.h"
 
-namespace standin::mapi {
+namespace standin::mailbox {
 namespace {
 
-using mailbox::Bytes;
 using ByteSpan = std::span<const std::uint8_t>;
 
 constexpr std::size_t kHeaderSize = 22;
@@ -20,10 +19,10 @@ void AddHighFirst(Bytes& bytes, std::uint64_t value, std::size_t size) {
 }
 
 /// The header's time: the upper 48 bits of a FILETIME, of which the first byte is 1 until the year 2057.
-Bytes Header(mailbox::SysTime now, const GUID& guid) {
+Bytes Header(SysTime now, const GUID& guid) {
     Bytes header;
     AddHighFirst(header, now.ticks >> 16, kTimeSize);
-    const Bytes id = mailbox::BytesOf(guid);
+    const Bytes id = BytesOf(guid);
     header.insert(header.end(), id.begin(), id.end());
     return header;
 }
@@ -47,7 +46,7 @@ std::uint32_t TimeDelta(std::uint64_t difference) {
 
 } // namespace
 
-std::optional<Bytes> MakeConversationIndex(ByteSpan parent, mailbox::SysTime now, const GUID& guid,
+std::optional<Bytes> MakeConversationIndex(ByteSpan parent, SysTime now, const GUID& guid,
                                            std::uint8_t random) {
     if (parent.empty())
         return Header(now, guid);
@@ -61,8 +60,8 @@ std::optional<Bytes> MakeConversationIndex(ByteSpan parent, mailbox::SysTime now
 }
 
 std::optional<Bytes> MakeConversationIndex(ByteSpan parent) {
-    const GUID guid = mailbox::NewGuid();
-    return MakeConversationIndex(parent, mailbox::Now(), guid, guid.Data4[7]);
+    const GUID guid = NewGuid();
+    return MakeConversationIndex(parent, Now(), guid, guid.Data4[7]);
 }
 
-} // namespace standin::mapi
+} // namespace standin::mailbox
