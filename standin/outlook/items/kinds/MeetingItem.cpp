@@ -1,4 +1,6 @@
 // MeetingItem: the members of meeting messages beyond those of all items.
+#include "standin/outlook/calendar/Meetings.h"
+#include "standin/outlook/items/Answers.h"
 #include "standin/outlook/items/ItemKinds.h"
 #include "standin/outlook/items/ItemRows.h"
 #include "standin/outlook/items/ItemTopics.h"
@@ -25,7 +27,16 @@ std::int32_t ClassOf(const mailbox::MessageProperties& message) {
     return kMeetingClasses[0].objectClass;
 }
 
-constexpr std::array<Row, 0> kRows{};
+ComPtr<ItemObject> GetAssociatedAppointment(ItemObject& item, const Arguments& arguments) {
+    return calendar::AssociatedAppointment(item, arguments.Flag(0));
+}
+
+constexpr Row kRows[] = {
+    Named(L"MeetingWorkspaceURL", kText, PT_UNICODE, kPsAppointment, 0x8209),
+    {L"Forward", Get<ForwardAsIs>},
+    {L"GetAssociatedAppointment", Get<GetAssociatedAppointment>},
+    {L"IsLatestVersion", Get<calendar::IsLatestVersion>},
+};
 
 } // namespace
 
