@@ -29,23 +29,6 @@ constexpr std::string_view kPrelude =
     "\\pard\\plain\\f0\\fs20\\b\\i\\u\\tab\\tx";
 static_assert(kPrelude.size() == 207);
 
-/// [MS-OXRTFCP] 3.1.1.1.1: CRC-32 with no inversion at either end.
-std::uint32_t Checksum(ByteSpan bytes) {
-    static constexpr auto kTable = [] {
-        std::array<std::uint32_t, 256> table{};
-        for (std::uint32_t i = 0; i < table.size(); ++i) {
-            table[i] = i;
-            for (int bit = 0; bit < 8; ++bit)
-                table[i] = table[i] & 1 ? table[i] >> 1 ^ 0xEDB88320 : table[i] >> 1;
-        }
-        return table;
-    }();
-    std::uint32_t sum = 0;
-    for (const std::uint8_t byte : bytes)
-        sum = kTable[(sum ^ byte) & 0xFF] ^ sum >> 8;
-    return sum;
-}
-
 Bytes WithHeader(std::uint32_t type, ByteSpan contents, std::size_t rawSize) {
     mailbox::ByteWriter writer;
     writer.Add(static_cast<std::uint32_t>(contents.size()) + kCountedHeaderSize);
@@ -172,6 +155,22 @@ private:
 };
 
 } // namespace
+
+std::uint32_t Checksum(std::span<const std::uint8_t> bytes) {
+    static constexpr auto kTable = [] {
+        std::array<std::uint32_t, 256> table{};
+        for (std::uint32_t i = 0; i < table.size(); ++i) {
+            table[i] = i;
+            for (int bit = 0; bit < 8; ++bit)
+                table[i] = table[i] & 1 ? table[i] >> 1 ^ 0xEDB88320 : table[i] >> 1;
+        }
+        return table;
+    }();
+    std::uint32_t sum = 0;
+    for (const std::uint8_t byte : bytes)
+        sum = kTable[(sum ^ byte) & 0xFF] ^ sum >> 8;
+    return sum;
+}
 
 HRESULT DecompressRtf(ByteSpan compressed, Bytes& rtf) {
     rtf.clear();

@@ -14,5 +14,8 @@ HRESULT DecompressRtf(std::span<const std::uint8_t> compressed, mailbox::Bytes& 
 mailbox::Bytes CompressRtf(std::span<const std::uint8_t> rtf);
 /// RTF behind a header that says it is not compressed.
 mailbox::Bytes WrapRtf(std::span<const std::uint8_t> rtf);
+/// The checksum in the header: CRC-32 with no inversion at either end ([MS-OXRTFCP] 3.1.1.1.1). Distribution
+/// lists have it too.
+std::uint32_t Checksum(std::span<const std::uint8_t> bytes);
 
 } // namespace standin::mapi

@@ -24,8 +24,13 @@ void WriteVersion(mailbox::OpenMessage& message) {
     WriteValue(message, kInternalVersion, MajorVersion() * kMajorFactor + number);
 }
 
-/// A draft's topic follows its subject, as long as it answers nothing.
-void WriteConversation(mailbox::OpenMessage& message) {
+bool IsUnsent(const mailbox::OpenMessage& message) {
+    return message.Get<PR_MESSAGE_FLAGS>().value_or(0) & std::int32_t{MSGFLAG_UNSENT};
+}
+
+} // namespace
+
+void CompleteConversation(mailbox::OpenMessage& message) {
     constexpr std::size_t kFirstIndexSize = 22;
     const auto index = message.Get<PR_CONVERSATION_INDEX>();
     if (!index)
@@ -35,16 +40,10 @@ void WriteConversation(mailbox::OpenMessage& message) {
         Check(message.Write(PR_CONVERSATION_TOPIC_W, message.Get<PR_NORMALIZED_SUBJECT_W>().value_or(L"")));
 }
 
-bool IsUnsent(const mailbox::OpenMessage& message) {
-    return message.Get<PR_MESSAGE_FLAGS>().value_or(0) & std::int32_t{MSGFLAG_UNSENT};
-}
-
-} // namespace
-
 void CompleteAnyItem(mailbox::OpenMessage& message) {
     constexpr std::int32_t kPrivateSensitivity = SENSITIVITY_PRIVATE;
     if (IsUnsent(message))
-        WriteConversation(message);
+        CompleteConversation(message);
     if (message.IsNew())
         WriteVersion(message);
     WriteValue(message, kPrivate, message.Get<PR_SENSITIVITY>().value_or(0) == kPrivateSensitivity);

@@ -4,6 +4,7 @@
 #include "standin/mailbox/EntryId.h"
 #include "standin/mapi/Bodies.h"
 #include "standin/outlook/automation/Failure.h"
+#include "standin/outlook/items/People.h"
 #include "standin/outlook/items/PropertySets.h"
 
 #include <cmath>
@@ -86,6 +87,21 @@ void WriteKeywords(OpenMessage& message, const StoredProperty& stored, const Cal
     WriteValue(message, stored, std::move(keywords));
 }
 
+_variant_t ReadNames(const MessageProperties& message, const StoredProperty& stored) {
+    std::wstring text;
+    for (const std::wstring& name :
+         ReadAs<std::vector<std::wstring>>(message, stored).value_or(std::vector<std::wstring>()))
+        text += (text.empty() ? L"" : L"; ") + name;
+    return Result(text);
+}
+
+void WriteNames(OpenMessage& message, const StoredProperty& stored, const Call& call) {
+    std::vector<std::wstring> names = SplitNames(call.arguments.Text(0));
+    if (names.empty())
+        return RemoveValue(message, stored);
+    WriteValue(message, stored, std::move(names));
+}
+
 _variant_t ReadPercent(const MessageProperties& message, const StoredProperty& stored) {
     return Result(static_cast<std::int32_t>(std::lround(ReadAs<double>(message, stored).value_or(0) * 100)));
 }
@@ -128,6 +144,7 @@ const Conversion kSavedTime{ReadSavedTime, nullptr};
 const Conversion kSavedNumber{ReadSavedNumber, nullptr};
 const Conversion kHex{ReadHex, nullptr};
 const Conversion kKeywords{ReadKeywords, WriteKeywords};
+const Conversion kNames{ReadNames, WriteNames};
 const Conversion kPercent{ReadPercent, WritePercent};
 const Conversion kBody{ReadBody, WriteBody};
 const Conversion kUnread{ReadUnread, WriteUnread};

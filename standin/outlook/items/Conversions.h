@@ -25,6 +25,7 @@ extern const Conversion kSavedTime; ///< as kTime; a message that a store never 
 extern const Conversion kSavedNumber; ///< as kNumber; a message that a store never saved has the fallback
 extern const Conversion kHex;         ///< PT_BINARY as hexadecimal text; missing: empty
 extern const Conversion kKeywords;    ///< PT_MV_UNICODE as text with ", " between
+extern const Conversion kNames;       ///< PT_MV_UNICODE as text with "; " between: names have commas in them
 extern const Conversion kPercent;     ///< PT_DOUBLE from 0 to 1 as whole percents
 extern const Conversion kBody;        ///< the body as plain text, whatever form it is kept in
 extern const Conversion kUnread;      ///< the read flag, turned round
@@ -47,6 +48,11 @@ std::optional<T> ReadAs(const mailbox::PropertyObject& object, const StoredPrope
     std::optional<mailbox::Value> value = ReadValue(object, stored);
     T* native = value ? std::get_if<T>(&*value) : nullptr;
     return native ? std::optional<T>(std::move(*native)) : std::nullopt;
+}
+
+/// The text of a row's property; empty if the message hasn't got it.
+inline std::wstring StoredText(const mailbox::PropertyObject& object, const StoredProperty& stored) {
+    return ReadAs<std::wstring>(object, stored).value_or(L"");
 }
 
 /// Times of the model, UTC, as automation dates and back, by whole seconds as Outlook does it: cut off one

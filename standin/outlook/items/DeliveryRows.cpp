@@ -99,6 +99,11 @@ void SetNoText(ItemObject&, const Call& call) {
         throw NotBuilt(call.member.name);
 }
 
+/// Nobody chose one: the profile has one way to send.
+ComPtr<Object> NoAccount(ItemObject&) {
+    return nullptr;
+}
+
 constexpr Row kRows[] = {
     Stored(L"AlternateRecipientAllowed", kFlag, PR_ALTERNATE_RECIPIENT_ALLOWED, true),
     Stored(L"AutoForwarded", kFlag, PR_AUTO_FORWARDED),
@@ -138,6 +143,7 @@ constexpr Row kRows[] = {
     {L"RetentionPolicyName", Get<NoText>},
     {L"ClearConversationIndex", Get<ClearConversationIndex>},
     {L"SaveSentMessageFolder", Get<SaveSentMessageFolder>, Put<SetSaveSentMessageFolder>},
+    {L"SendUsingAccount", Get<NoAccount>},
     {L"Sender", Get<Sender>, Put<SetSender>},
 };
 

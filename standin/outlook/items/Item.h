@@ -25,14 +25,17 @@ public:
     void Save();
     /// Brings what follows from other properties up to date, as each save does.
     void Complete();
-    /// As users do: into Deleted Items, or for good from there. The object has no item afterwards, whether it was
-    /// ever saved or not.
+    /// As users do: into Deleted Items, or for good from there. The object has no item afterwards, whether it
+    /// was ever saved or not.
     virtual void Delete();
     /// From now on this object has no item.
     void LetGo();
     /// Shows the item in a window, see ItemWindow. Hosts may have it closed at once.
     void Display(bool modal);
     void CloseWindow() { m_window.Close(); }
+
+    /// Since when the timer of a journal entry runs; nothing if it doesn't.
+    std::optional<mailbox::SysTime> timerStart;
 
 private:
     const ItemKind& m_itemKind;

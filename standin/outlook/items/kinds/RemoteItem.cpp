@@ -1,4 +1,5 @@
-// RemoteItem: the members of remote items beyond those of all items.
+// RemoteItem: the members of headers of remote mail beyond those of all items: what they tell about the
+// message that is still on its server.
 #include "standin/outlook/items/ItemKinds.h"
 #include "standin/outlook/items/ItemRows.h"
 #include "standin/outlook/items/ItemTopics.h"
@@ -6,7 +7,12 @@
 namespace standin::outlook {
 namespace {
 
-constexpr std::array<Row, 0> kRows{};
+constexpr Row kRows[] = {
+    Named(L"HasAttachment", kFlag, PT_BOOLEAN, kPsRemote, 0x8F07),
+    Named(L"RemoteMessageClass", kText, PT_UNICODE, kPsRemote, 0x8F02),
+    Named(L"TransferSize", kNumber, PT_LONG, kPsRemote, 0x8F05),
+    Named(L"TransferTime", kNumber, PT_LONG, kPsRemote, 0x8F04),
+};
 
 } // namespace
 

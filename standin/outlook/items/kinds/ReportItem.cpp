@@ -6,7 +6,21 @@
 namespace standin::outlook {
 namespace {
 
-constexpr std::array<Row, 0> kRows{};
+/// A report without a body shows what the server wrote about it.
+_variant_t ReadReportBody(const mailbox::MessageProperties& message, const StoredProperty& stored) {
+    _variant_t body = kBody.read(message, stored);
+    return TextOf(body).empty() ? Result(message.Get<PR_REPORT_TEXT_W>().value_or(L"")) : body;
+}
+
+void WriteReportBody(mailbox::OpenMessage& message, const StoredProperty& stored, const Call& call) {
+    kBody.write(message, stored, call);
+}
+
+constexpr Conversion kReportBody{ReadReportBody, WriteReportBody};
+
+constexpr Row kRows[] = {
+    Stored(L"Body", kReportBody, PR_BODY_W),
+};
 
 } // namespace
 

@@ -1,4 +1,5 @@
 // StorageItem: the members of storage items beyond those of all items.
+#include "standin/mailbox/Tags.h"
 #include "standin/outlook/items/ItemKinds.h"
 #include "standin/outlook/items/ItemRows.h"
 #include "standin/outlook/items/ItemTopics.h"
@@ -6,7 +7,9 @@
 namespace standin::outlook {
 namespace {
 
-constexpr std::array<Row, 0> kRows{};
+constexpr Row kRows[] = {
+    Stored(L"Creator", kText, mailbox::kPrCreatorName),
+};
 
 } // namespace
 
