@@ -4,6 +4,7 @@
 
 #include "frame/ErrorCodes.h"
 #include "frame/PlugInLog.h"
+#include "frame/ProcessObjects.h"
 #include "mapi/Diagnostics.h"
 #include "mapi/InterfaceIds.h"
 
@@ -61,6 +62,7 @@ std::wstring COutlookFuncs::Authenticate(const ScriptText& profile, const Script
     Operation operation(L"Authenticate()");
     operation.Param(L"lpstrUsername", profile.value_or(L""));
     operation.Param(L"lpstrPassword", L"HIDDEN");
+    ClearLastErrorRecord(LastError());
     if (m_objApplication) {
         ReleaseSession();
         m_objApplication.Release();
