@@ -27,8 +27,8 @@ constexpr NamedCharacter kCharacters[] = {
 constexpr std::wstring_view kBlocks[] = {L"p",     L"div",        L"tr",  L"li", L"ul", L"ol",
                                          L"table", L"blockquote", L"h1",  L"h2", L"h3", L"h4",
                                          L"h5",    L"h6",         L"pre", L"hr", L"dt", L"dd"};
-/// Elements whose contents aren't shown.
-constexpr std::wstring_view kHidden[] = {L"head", L"style", L"script", L"title"};
+/// Elements whose contents aren't shown. One that has no end reaches to that of the page.
+constexpr std::wstring_view kHidden[] = {L"style", L"script", L"title"};
 
 template <std::size_t size>
 bool Has(const std::wstring_view (&list)[size], std::wstring_view name) {
@@ -136,8 +136,7 @@ private:
     void SkipElement(const std::wstring& name) {
         const std::wstring lower = Lower(m_html);
         const std::size_t end = lower.find(L"</" + name);
-        if (end != std::wstring::npos)
-            m_html.remove_prefix(end);
+        m_html.remove_prefix(std::min(end, m_html.size()));
     }
 
     void ReadCharacter() {

@@ -243,10 +243,11 @@ std::string Escaped(std::wstring_view text) {
 std::size_t EndOfMarkup(std::wstring_view html, std::size_t start) {
     constexpr std::size_t kLongestReference = 10;
     const bool isTag = html[start] == L'<';
-    const std::size_t end = html.find(isTag ? L'>' : L';', start);
-    if (end == std::wstring_view::npos || (!isTag && end - start > kLongestReference))
+    const std::wstring_view rest = html.substr(start, isTag ? html.size() : kLongestReference);
+    const std::size_t end = rest.find(isTag ? L'>' : L';');
+    if (end == std::wstring_view::npos)
         return isTag ? html.size() : start + 1;
-    return end + 1;
+    return start + end + 1;
 }
 
 mailbox::Bytes BytesOf(const std::string& text) {

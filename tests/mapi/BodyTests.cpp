@@ -56,13 +56,17 @@ TEST_F(BodyTest, WhicheverFormIsWrittenTheOthersFollow) {
     const Bytes html = Stored(message.Get(), kPrHtml);
     EXPECT_NE(std::string(html.begin(), html.end()).find("a &lt; &#233;"), std::string::npos);
 
-    const Bytes page = BytesOf("<html><body><p>one &amp; two</p>three<br>four</body></html>");
+    const Bytes page =
+        BytesOf("<html><head><title>T</title><body><p>one &amp; two</p>three<br>four & 5</body>"
+                "<style>six");
     ASSERT_EQ(Set(message.Get(), Binary(kPrHtml, page)), S_OK);
     EXPECT_EQ(Native(message.Get()), 3);
     EXPECT_EQ(GetBinary(message.Get(), kPrHtml), page);
-    EXPECT_NE(GetText(message.Get(), PR_BODY_W).find(L"one & two\r\n"), std::wstring::npos);
-    EXPECT_NE(GetText(message.Get(), PR_BODY_W).find(L"three\r\nfour"), std::wstring::npos);
-    EXPECT_NE(Rtf(message.Get()).find("\\fromhtml1"), std::string::npos);
+    EXPECT_EQ(GetText(message.Get(), PR_BODY_W), L"one & two\r\nthree\r\nfour & 5");
+    const std::string rtf = Rtf(message.Get());
+    EXPECT_NE(rtf.find("\\fromhtml1"), std::string::npos);
+    WriteRtf(message.Get(), rtf);
+    EXPECT_EQ(Stored(message.Get(), kPrHtml), page) << "it is in the RTF whole";
 
     WriteRtf(message.Get(), "{\\rtf1\\ansi bold \\b text\\b0\\par next}");
     EXPECT_EQ(Native(message.Get()), 2);
