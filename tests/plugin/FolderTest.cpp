@@ -54,7 +54,7 @@ TEST_F(FolderTest, ARootFolderIsFoundByItsNameInAnyCaseWithOneSlashInFront) {
 }
 
 TEST_F(FolderTest, AStoreThatCannotBeLookedUpIsNoRootFolder) {
-    for (const wchar_t* member : {L"IMAPITable::SetColumns", L"IMAPITable::QueryRows"}) {
+    for (const wchar_t* member : {L"IMAPITable::SetColumns", L"MAPI32::HrQueryAllRows"}) {
         Varden().Watch().FailMember(member, MAPI_E_CALL_FAILED);
         ExpectFailure(L"VARD_OpenRootFolder", {L"Archive"}, -1003, L"Cannot Find Root Folder");
     }

@@ -488,7 +488,7 @@ TEST_F(MailFieldTest, TextsAndBlobsThatCannotBeOpenedAreErrorsWithTheirReason) {
 TEST_F(MailFieldTest, AWriteThatTheStoreRefusesIsToldByTheLastErrorAlone) {
     NewMail();
     for (const HRESULT status : {E_ACCESSDENIED, E_INVALIDARG, MAPI_E_COMPUTED}) {
-        Varden().Watch().FailMember(L"IMessage::SetProps", status);
+        Varden().Watch().FailMember(L"MAPI32::HrSetOneProp", status);
         EXPECT_EQ(Set(L"Flag Icon", L"Red"), L"0");
         EXPECT_EQ(LastErrorCode(), -1097);
     }

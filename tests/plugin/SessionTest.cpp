@@ -115,7 +115,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST_F(SessionTest, ADefaultStoreThatCannotBeOpenedIsNoFailureOfTheLogon) {
     for (const wchar_t* member :
-         {L"IMAPISession::OpenMsgStore", L"IMAPITable::SetColumns", L"IMAPITable::QueryRows"}) {
+         {L"IMAPISession::OpenMsgStore", L"IMAPITable::SetColumns", L"MAPI32::HrQueryAllRows"}) {
         Varden().Watch().FailMember(member, E_FAIL);
         EXPECT_EQ(Call(L"VARD_Authenticate", {L"Outlook"}), L"0");
         EXPECT_TRUE(Varden().Watch().HasFailed()) << testing::PrintToString(member);
