@@ -46,6 +46,12 @@ bool IsExceptionMessage(const Attachment& attachment) {
     return attachment.embedded && attachment.properties.GetOr<kPrAttachmentFlags>(0) & kHoldsException;
 }
 
+std::vector<AttachmentPtr> ShownAttachments(const OpenMessage& message) {
+    std::vector<AttachmentPtr> shown = message.Attachments();
+    std::erase_if(shown, [](const AttachmentPtr& each) { return IsExceptionMessage(*each); });
+    return shown;
+}
+
 std::shared_ptr<const mailbox::Content> FindExceptionMessage(const mailbox::MessageProperties& series,
                                                              SysTime original) {
     for (const AttachmentPtr& each : series.Current().attachments)

@@ -9,6 +9,8 @@ namespace standin::outlook::calendar {
 
 /// Whether an attachment holds an exception. Users don't see it among the attachments.
 bool IsExceptionMessage(const mailbox::Attachment& attachment);
+/// The attachments that users see.
+std::vector<mailbox::AttachmentPtr> ShownAttachments(const mailbox::OpenMessage& message);
 
 /// The message of the occurrence that would begin at this time; null for none.
 std::shared_ptr<const mailbox::Content> FindExceptionMessage(const mailbox::MessageProperties& series,

@@ -20,21 +20,6 @@ using mailbox::OpenMessage;
 constexpr mailbox::PropertyTag kPrRetentionDate = PROP_TAG(PT_SYSTIME, 0x301C); // [MS-OXPROPS] 2.940
 constexpr mailbox::PropertyTag kPrRemoteStatus = PROP_TAG(PT_LONG, 0x3E0B);
 
-template <std::int32_t type>
-_variant_t ReadRecipients(const MessageProperties& message, const StoredProperty& stored) {
-    return message.Current().recipients.empty() ? kText.read(message, stored)
-                                                : Result(RecipientText(message, type));
-}
-
-template <std::int32_t type>
-void WriteRecipients(OpenMessage& message, const StoredProperty&, const Call& call) {
-    ReplaceRecipients(message, type, call.arguments.Text(0));
-}
-
-/// The names of recipients; writing replaces the recipients of the type.
-template <std::int32_t type>
-constexpr Conversion kRecipientNames{ReadRecipients<type>, WriteRecipients<type>};
-
 template <std::int32_t flag, bool whenSet>
 _variant_t ReadMessageFlag(const MessageProperties& message, const StoredProperty&) {
     return Result(((message.Get<PR_MESSAGE_FLAGS>().value_or(0) & flag) != 0) == whenSet);
@@ -107,8 +92,8 @@ ComPtr<Object> NoAccount(ItemObject&) {
 constexpr Row kRows[] = {
     Stored(L"AlternateRecipientAllowed", kFlag, PR_ALTERNATE_RECIPIENT_ALLOWED, true),
     Stored(L"AutoForwarded", kFlag, PR_AUTO_FORWARDED),
-    Stored(L"BCC", kRecipientNames<MAPI_BCC>, PR_DISPLAY_BCC_W),
-    Stored(L"CC", kRecipientNames<MAPI_CC>, PR_DISPLAY_CC_W),
+    Stored(L"BCC", kBccNames, PR_DISPLAY_BCC_W),
+    Stored(L"CC", kCcNames, PR_DISPLAY_CC_W),
     Stored(L"DeferredDeliveryTime", kTime, PR_DEFERRED_DELIVERY_TIME),
     Stored(L"DeleteAfterSubmit", kFlag, PR_DELETE_AFTER_SUBMIT),
     Stored(L"ExpiryTime", kTime, PR_EXPIRY_TIME),
@@ -130,7 +115,7 @@ constexpr Row kRows[] = {
     Stored(L"SentOn", kTime, PR_CLIENT_SUBMIT_TIME),
     WrittenBy<SetSentOnBehalfOfName>(Stored(L"SentOnBehalfOfName", kText, PR_SENT_REPRESENTING_NAME_W)),
     Stored(L"Submitted", kSubmitted, PR_MESSAGE_FLAGS),
-    Stored(L"To", kRecipientNames<MAPI_TO>, PR_DISPLAY_TO_W),
+    Stored(L"To", kToNames, PR_DISPLAY_TO_W),
     Named(L"VotingOptions", kVotingOptions, PT_BINARY, kPsCommon, 0x8520),
     Named(L"VotingResponse", kText, PT_UNICODE, kPsCommon, 0x8524),
     // Rights management, faxes and shared attachments are other programs'.

@@ -21,8 +21,22 @@ std::wstring Text(const mailbox::MessageProperties& message, mailbox::PropertyTa
     return text ? *text : std::wstring();
 }
 
+template <std::int32_t type>
+_variant_t ReadNames(const mailbox::MessageProperties& message, const StoredProperty& stored) {
+    return message.Current().recipients.empty() ? kText.read(message, stored)
+                                                : Result(RecipientText(message, type));
+}
+
+template <std::int32_t type>
+void WriteNames(mailbox::OpenMessage& message, const StoredProperty&, const Call& call) {
+    ReplaceRecipients(message, type, call.arguments.Text(0));
+}
+
 } // namespace
 
+constinit const Conversion kToNames{ReadNames<MAPI_TO>, WriteNames<MAPI_TO>};
+constinit const Conversion kCcNames{ReadNames<MAPI_CC>, WriteNames<MAPI_CC>};
+constinit const Conversion kBccNames{ReadNames<MAPI_BCC>, WriteNames<MAPI_BCC>};
 constinit const PersonTags kSenderTags{PR_SENDER_NAME_W,          PR_SENDER_ADDRTYPE_W,
                                        PR_SENDER_EMAIL_ADDRESS_W, PR_SENDER_ENTRYID,
                                        PR_SENDER_SEARCH_KEY,      mailbox::kPrSenderSmtpAddress};

@@ -3,6 +3,7 @@
 
 #include "standin/mailbox/AddressBook.h"
 #include "standin/mailbox/Message.h"
+#include "standin/outlook/items/Conversions.h"
 
 namespace standin::outlook {
 
@@ -25,6 +26,8 @@ std::shared_ptr<mailbox::AddressEntry> CurrentUser();
 /// that there were. They are resolved later.
 std::wstring RecipientText(const mailbox::MessageProperties& message, std::int32_t type);
 void ReplaceRecipients(mailbox::OpenMessage& message, std::int32_t type, const std::wstring& names);
+/// The same as conversions of members. A message without recipients shows what the row's own property says.
+extern const Conversion kToNames, kCcNames, kBccNames;
 std::vector<std::wstring> SplitNames(std::wstring_view text);
 
 } // namespace standin::outlook

@@ -4,6 +4,7 @@
 #include "standin/mailbox/Msg.h"
 #include "standin/mailbox/Platform.h"
 #include "standin/mapi/Views.h"
+#include "standin/outlook/calendar/ExceptionMessages.h"
 #include "standin/outlook/items/SaveAs.h"
 #include "standin/outlook/objects/PropertyAccessor.h"
 
@@ -165,12 +166,13 @@ AttachmentObject::AttachmentObject(ComPtr<Object> owner, std::shared_ptr<mailbox
 /// Where the item is open for reading only, so is the attachment.
 std::shared_ptr<OpenAttachment> AttachmentObject::Open(mailbox::Access access) const {
     std::shared_ptr<OpenAttachment> open;
-    Check(m_message->OpenAttachmentNumber(m_number, m_message->IsWritable() ? access : mailbox::Access::Read, open));
+    Check(m_message->OpenAttachmentNumber(m_number, m_message->IsWritable() ? access : mailbox::Access::Read,
+                                          open));
     return open;
 }
 
 std::int32_t AttachmentObject::Place() const {
-    const auto& all = m_message->Attachments();
+    const auto all = calendar::ShownAttachments(*m_message);
     const auto found = std::ranges::find(all, m_number, [](const auto& each) { return each->number; });
     if (found == all.end())
         throw Failure(MAPI_E_NOT_FOUND);

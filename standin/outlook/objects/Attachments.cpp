@@ -4,6 +4,7 @@
 #include "standin/mailbox/Files.h"
 #include "standin/mailbox/Platform.h"
 #include "standin/mailbox/Tags.h"
+#include "standin/outlook/calendar/ExceptionMessages.h"
 #include "standin/outlook/items/Item.h"
 #include "standin/outlook/items/SaveAs.h"
 
@@ -140,7 +141,8 @@ void Remove(AttachmentsObject& attachments, const Arguments& arguments) {
     if (place < 1 || place > attachments.Count())
         throw IndexOutOfBounds();
     OpenMessage& message = *attachments.Message();
-    Check(message.RemoveAttachment(message.Attachments()[static_cast<std::size_t>(place - 1)]->number));
+    const auto shown = calendar::ShownAttachments(message);
+    Check(message.RemoveAttachment(shown[static_cast<std::size_t>(place - 1)]->number));
 }
 
 constexpr Row kRows[] = {
@@ -188,15 +190,16 @@ AttachmentsObject::AttachmentsObject(ComPtr<Object> owner, std::shared_ptr<OpenM
 }
 
 std::int32_t AttachmentsObject::Count() {
-    return static_cast<std::int32_t>(m_message->Attachments().size());
+    return static_cast<std::int32_t>(calendar::ShownAttachments(*m_message).size());
 }
 
 _variant_t AttachmentsObject::At(std::int32_t place) {
-    return Result(Attachment(m_message->Attachments()[static_cast<std::size_t>(place - 1)]->number));
+    return Result(
+        Attachment(calendar::ShownAttachments(*m_message)[static_cast<std::size_t>(place - 1)]->number));
 }
 
 _variant_t AttachmentsObject::Named(const std::wstring& name) {
-    const auto& all = m_message->Attachments();
+    const auto all = calendar::ShownAttachments(*m_message);
     const auto found = std::ranges::find_if(all, [&](const mailbox::AttachmentPtr& each) {
         return mailbox::SameIgnoringCase(each->properties.GetOr<PR_ATTACH_LONG_FILENAME_W>(L""), name);
     });

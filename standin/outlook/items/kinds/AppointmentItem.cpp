@@ -23,20 +23,6 @@ constexpr std::int32_t kBusy = 2;            // OlBusyStatus
 constexpr std::int32_t kOrganizedByUser = 1; // OlResponseStatus
 constexpr std::int32_t kMinutesOfReminder = 15;
 
-template <std::int32_t type>
-_variant_t ReadAttendees(const MessageProperties& message, const StoredProperty&) {
-    return Result(RecipientText(message, type));
-}
-
-template <std::int32_t type>
-void WriteAttendees(OpenMessage& message, const StoredProperty&, const Call& call) {
-    ReplaceRecipients(message, type, call.arguments.Text(0));
-}
-
-/// The recipients of one type, as names; resources are those of type Bcc.
-template <std::int32_t type>
-constexpr Conversion kAttendees{ReadAttendees<type>, WriteAttendees<type>};
-
 /// What a user turns into a meeting is the user's own.
 void FollowStatus(OpenMessage& message) {
     const std::int32_t state = ReadAs<std::int32_t>(message, kStateFlags).value_or(0);
@@ -112,13 +98,13 @@ constexpr Row kRows[] = {
     Named(L"NetMeetingServer", kText, PT_UNICODE, kPsAppointment, 0x8242),
     Named(L"NetMeetingType", kNumber, PT_LONG, kPsAppointment, 0x8241),
     Named(L"NetShowURL", kText, PT_UNICODE, kPsAppointment, 0x8248),
-    Stored(L"OptionalAttendees", kAttendees<MAPI_CC>, PR_DISPLAY_CC_W),
+    Stored(L"OptionalAttendees", kCcNames, PR_DISPLAY_CC_W),
     Stored(L"Organizer", kText, PR_SENT_REPRESENTING_NAME_W),
     Checked(Named(L"ReminderMinutesBeforeStart", kNumber, PT_LONG, kPsCommon, 0x8501), CheckMinutes),
     Then<FollowReminder>(Named(L"ReminderSet", kFlag, PT_BOOLEAN, kPsCommon, 0x8503)),
     Named(L"ReplyTime", kTime, PT_SYSTIME, kPsAppointment, 0x8220),
-    Stored(L"RequiredAttendees", kAttendees<MAPI_TO>, PR_DISPLAY_TO_W),
-    Stored(L"Resources", kAttendees<MAPI_BCC>, PR_DISPLAY_BCC_W),
+    Stored(L"RequiredAttendees", kToNames, PR_DISPLAY_TO_W),
+    Stored(L"Resources", kBccNames, PR_DISPLAY_BCC_W),
     Stored(L"ResponseRequested", kFlag, PR_RESPONSE_REQUESTED, true),
     Named(L"ResponseStatus", kNumber, PT_LONG, kPsAppointment, 0x8218),
     Named(L"Start", kLocalStart, PT_SYSTIME, kPsAppointment, 0x820D),

@@ -2,11 +2,14 @@
 #include "standin/outlook/items/ItemKinds.h"
 #include "standin/outlook/items/ItemRows.h"
 #include "standin/outlook/items/ItemTopics.h"
+#include "standin/outlook/tasks/Assignments.h"
 
 namespace standin::outlook {
 namespace {
 
-constexpr std::array<Row, 0> kRows{};
+constexpr Row kRows[] = {
+    {L"GetAssociatedTask", Get<tasks::AssociatedTask>},
+};
 
 } // namespace
 
