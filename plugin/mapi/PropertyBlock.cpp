@@ -71,6 +71,9 @@ HRESULT PropertyBlock::Assign(const SPropValue& property) {
         AssignText(wide(value.lpszW));
         break;
     case PT_CLSID:
+        if (!value.lpguid) {
+            return E_INVALIDARG;
+        }
         AssignBytes(value.lpguid, sizeof(GUID));
         break;
     case PT_BINARY:

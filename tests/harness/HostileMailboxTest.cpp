@@ -149,12 +149,14 @@ protected:
 
     Folder& Inbox() { return FolderAt(m_plugin.World(), L"Front Desk", L"Inbox"); }
 
-    /// Puts the value under the tag of an otherwise ordinary message, and reads every field.
-    void ReadAll(PropertyTag tag, const Damage& damage) {
+    /// Puts the value under the tags of an otherwise ordinary message, and reads every field.
+    void ReadAll(const std::vector<PropertyTag>& tags, const Damage& damage) {
         Content content;
         content.properties.Set<PR_MESSAGE_CLASS_W>(GetParam());
         content.properties.Set<PR_SUBJECT_W>(L"Damaged");
-        content.properties.Put(tag, damage);
+        for (const PropertyTag tag : tags) {
+            content.properties.Put(tag, damage);
+        }
         std::shared_ptr<Message> message;
         ASSERT_EQ(Inbox().Receive(std::move(content), false, message), S_OK);
         m_plugin.Call(L"VARD_OpenRecord", {ToHex(message->EntryId())});
@@ -165,7 +167,7 @@ protected:
         m_plugin.Call(L"VARD_RPOpenRecurrencePattern");
         m_plugin.Call(L"VARD_GetFieldData", {L"Interval"});
         ASSERT_EQ(Inbox().RemoveMessage(*message), S_OK);
-        ++m_inputs;
+        m_inputs += static_cast<int>(tags.size());
     }
 
 private:
@@ -175,14 +177,13 @@ private:
 };
 
 TEST_P(HostileMailboxTest, IsReadToTheEnd) {
+    std::vector<PropertyTag> named;
+    for (const Named& name : kNames) {
+        named.push_back(MakeTag(Inbox().Names().Id({name.set, name.id}, true), PT_UNSPECIFIED));
+    }
     for (const Damage& damage : Damages()) {
-        for (const PropertyTag tag : kTags) {
-            ReadAll(tag, damage);
-        }
-        for (const Named& name : kNames) {
-            const PropertyId id = Inbox().Names().Id({name.set, name.id}, true);
-            ReadAll(MakeTag(id, PT_UNSPECIFIED), damage);
-        }
+        ReadAll({kTags.begin(), kTags.end()}, damage);
+        ReadAll(named, damage);
     }
 }
 
