@@ -33,6 +33,8 @@ struct StoredProperty {
     std::uint32_t number = 0;  ///< the name, if it is a number
     const wchar_t* name = nullptr;
     std::int32_t fallback = 0; ///< what a number is when the item doesn't have it
+
+    bool operator==(const StoredProperty&) const = default;
 };
 
 /// One member. A table may have rows that an interface hasn't: they are left out there.

@@ -110,14 +110,15 @@ std::wstring WithoutBlanks(std::wstring_view name) {
     return text;
 }
 
-/// A member of item kinds: which row shows it in which kind. Most have the same in all.
+/// A member of item kinds: which row shows it in which kind. Most show the same in all. Where kinds have it
+/// in several types, that of the first that keeps it counts.
 struct ItemField {
     const Member* member = nullptr;
     std::vector<std::pair<const ItemKind*, const Row*>> rows;
 
     bool IsOneForAll() const {
-        return std::ranges::all_of(rows,
-                                   [&](const auto& each) { return each.second == rows.front().second; });
+        return std::ranges::all_of(
+            rows, [&](const auto& each) { return each.second->stored == rows.front().second->stored; });
     }
 };
 
@@ -128,9 +129,11 @@ ItemField FindItemField(const std::wstring& name) {
         const Member* member = binding.Model().Find(name);
         if (!member || member->access == Access::Method)
             continue;
-        field.member = member;
         const Row* row = binding.RowOf(*member);
-        if (row && row->stored.conversion)
+        const bool isStored = row && row->stored.conversion;
+        if (!field.member || (isStored && field.rows.empty()))
+            field.member = member;
+        if (isStored)
             field.rows.emplace_back(kind, row);
     }
     return field;

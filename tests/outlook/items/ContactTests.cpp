@@ -201,6 +201,10 @@ TEST_F(ContactTest, FileAsIsAFormOrAText) {
     item.Put(L"FileAs", Value(L"Aunt"));
     item.Put(L"LastName", Value(L"Lee"));
     EXPECT_EQ(item.Text(L"FileAs"), L"Aunt") << "the text stays";
+    const Object foreign = New(Value(kContactItem));
+    Store(foreign, Id(kAddressSet, 0x8005001F), Value(L"By another program"));
+    foreign.Put(L"LastName", Value(L"Lee"));
+    EXPECT_EQ(foreign.Text(L"FileAs"), L"By another program");
 }
 
 TEST_F(ContactTest, PostalAddressesAreComposedOfTheirParts) {
@@ -326,6 +330,34 @@ TEST_F(ContactTest, EmailAddressesOfTheAddressBookHaveItsEntryId) {
                      {L"Email2DisplayName", L""},
                      {L"Email2EntryID", L""}});
     EXPECT_EQ(Stored(item, Id(kAddressSet, 0x80281003)).vt, VT_EMPTY);
+}
+
+TEST_F(ContactTest, ContactsAreFoundByTheirMembers) {
+    const Object contacts = DefaultFolder(kContacts), items = contacts.Child(L"Items");
+    for (const wchar_t* name : {L"Ann Lee", L"Bob Poe", L"Cid Lee"}) {
+        const Object item = items.Child(L"Add");
+        item.Put(L"FullName", Value(name));
+        item.Put(L"BusinessAddressCity", Value(name[0] == L'B' ? L"Rome" : L"Oslo"));
+        item.Put(L"Birthday", Date(name[0] == L'C' ? 40000 : 20000));
+        item.Call(L"Save");
+    }
+    const Object list = items.Child(L"Add", {Value(L"IPM.DistList")});
+    list.Put(L"DLName", Value(L"Lee"));
+    list.Call(L"Save");
+    const std::pair<const wchar_t*, int> rows[] = {
+        {L"[LastName] = 'Lee'", 2},
+        {L"[LastName] = 'Lee' And [Birthday] > '1/1/2000'", 1},
+        {L"[BusinessAddressCity] = 'Rome'", 1},
+        {L"[LastNameAndFirstName] = 'Lee, Cid'", 1},
+        {L"[FileAs] < 'M'", 3}, // the list too
+        {L"[Subject] = 'Lee'", 1},
+        {L"[Email1Address] = ''", 4},
+    };
+    for (const auto& [filter, count] : rows)
+        EXPECT_EQ(items.Child(L"Restrict", {Value(filter)}).Number(L"Count"), count) << filter;
+    items.Call(L"Sort", {Value(L"[FileAs]"), Value(true)});
+    EXPECT_EQ(items.Child(L"GetFirst").Text(L"Subject"), L"Bob Poe");
+    EXPECT_EQ(items.TryCall(L"Restrict", {Value(L"[LastFirstNoSpace] = 'x'")}).Status(), DISP_E_EXCEPTION);
 }
 
 TEST_F(ContactTest, APictureIsAnAttachment) {

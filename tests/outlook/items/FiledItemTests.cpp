@@ -108,6 +108,10 @@ TEST_F(FiledItemTest, JournalEntriesTellWhatTheyAreAbout) {
     entry.Call(L"StartTimer");
     entry.Call(L"StopTimer");
     EXPECT_EQ(entry.Number(L"Duration"), 3) << "no whole minute went by";
+    entry.Call(L"Save");
+    const Object items = DefaultFolder(kInbox).Child(L"Items");
+    EXPECT_TRUE(items.Child(L"Find", {Value(L"[Type] = 'Fax' And [Duration] = 3")}))
+        << "a text here, whatever it is in other kinds";
 }
 
 TEST_F(FiledItemTest, PostsAreSignedAndStayInTheirFolder) {

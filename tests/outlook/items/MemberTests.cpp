@@ -105,7 +105,13 @@ TEST_P(MemberTest, MethodsOfOtherProgramsAreRefused) {
 
 INSTANTIATE_TEST_SUITE_P(
     Kinds, MemberTest,
-    testing::Values(KindRow{L"ContactItem", L"IPM.Contact"}, KindRow{L"DistListItem", L"IPM.DistList"},
+    testing::Values(KindRow{L"AppointmentItem", L"IPM.Appointment"},
+                    KindRow{L"MeetingItem", L"IPM.Schedule.Meeting.Request"},
+                    KindRow{L"TaskItem", L"IPM.Task"}, KindRow{L"TaskRequestItem", L"IPM.TaskRequest"},
+                    KindRow{L"TaskRequestAcceptItem", L"IPM.TaskRequest.Accept"},
+                    KindRow{L"TaskRequestDeclineItem", L"IPM.TaskRequest.Decline"},
+                    KindRow{L"TaskRequestUpdateItem", L"IPM.TaskRequest.Update"},
+                    KindRow{L"ContactItem", L"IPM.Contact"}, KindRow{L"DistListItem", L"IPM.DistList"},
                     KindRow{L"DocumentItem", L"IPM.Document.txtfile"},
                     KindRow{L"JournalItem", L"IPM.Activity"}, KindRow{L"MailItem", L"IPM.Note"},
                     KindRow{L"NoteItem", L"IPM.StickyNote"}, KindRow{L"PostItem", L"IPM.Post"},

@@ -1,7 +1,6 @@
 // The names of contacts. Outlook keeps them together: the full name and its parts, the subject, and what the
 // contact is filed under.
 #include "standin/mailbox/Tags.h"
-#include "standin/outlook/items/Item.h"
 #include "standin/outlook/items/ItemRows.h"
 #include "standin/outlook/items/contacts/ContactTopics.h"
 #include "standin/outlook/items/contacts/FileAs.h"
@@ -35,7 +34,9 @@ std::wstring CompanyOf(const MessageProperties& message) {
 
 void FollowCompany(OpenMessage& message) {
     constexpr std::int32_t kCompany = 0x3A16;
-    const std::int32_t number = ReadAs<std::int32_t>(message, kFileUnderId).value_or(kLastCommaFirst);
+    const bool isFiled = !StoredText(message, kFileUnder).empty();
+    const std::int32_t number =
+        ReadAs<std::int32_t>(message, kFileUnderId).value_or(isFiled ? kOwnFileAs : kLastCommaFirst);
     if (number == kOwnFileAs)
         return;
     const NameParts name = NameOf(message);
@@ -83,8 +84,17 @@ void FollowFileAs(OpenMessage& message) {
 }
 
 template <std::int32_t number>
-std::wstring InForm(ItemObject& item) {
-    return MakeFileAs(number, NameOf(item.Message()), CompanyOf(item.Message()));
+_variant_t ReadForm(const MessageProperties& message, const StoredProperty&) {
+    return Result(MakeFileAs(number, NameOf(message), CompanyOf(message)));
+}
+
+/// The name in one of the forms, worked out.
+template <std::int32_t number>
+constexpr Conversion kForm{ReadForm<number>, nullptr};
+
+template <std::int32_t number>
+constexpr Row InForm(const wchar_t* name) {
+    return Stored(name, kForm<number>, PR_DISPLAY_NAME_W);
 }
 
 constexpr Row kRows[] = {
@@ -101,17 +111,17 @@ constexpr Row kRows[] = {
     Named(L"YomiCompanyName", kText, PT_UNICODE, kPsAddress, 0x802E),
     Named(L"YomiFirstName", kText, PT_UNICODE, kPsAddress, 0x802C),
     Named(L"YomiLastName", kText, PT_UNICODE, kPsAddress, 0x802D),
-    {L"CompanyAndFullName", Get<InForm<0x8018>>},
-    {L"CompanyLastFirstNoSpace", Get<InForm<0x8032>>},
-    {L"CompanyLastFirstSpaceOnly", Get<InForm<0x8033>>},
-    {L"FullNameAndCompany", Get<InForm<0x8019>>},
-    {L"LastFirstAndSuffix", Get<InForm<0x8036>>},
-    {L"LastFirstNoSpace", Get<InForm<0x8030>>},
-    {L"LastFirstNoSpaceAndSuffix", Get<InForm<0x8038>>},
-    {L"LastFirstNoSpaceCompany", Get<InForm<0x8034>>},
-    {L"LastFirstSpaceOnly", Get<InForm<0x8031>>},
-    {L"LastFirstSpaceOnlyCompany", Get<InForm<0x8035>>},
-    {L"LastNameAndFirstName", Get<InForm<kLastCommaFirst>>},
+    InForm<0x8018>(L"CompanyAndFullName"),
+    InForm<0x8032>(L"CompanyLastFirstNoSpace"),
+    InForm<0x8033>(L"CompanyLastFirstSpaceOnly"),
+    InForm<0x8019>(L"FullNameAndCompany"),
+    InForm<0x8036>(L"LastFirstAndSuffix"),
+    InForm<0x8030>(L"LastFirstNoSpace"),
+    InForm<0x8038>(L"LastFirstNoSpaceAndSuffix"),
+    InForm<0x8034>(L"LastFirstNoSpaceCompany"),
+    InForm<0x8031>(L"LastFirstSpaceOnly"),
+    InForm<0x8035>(L"LastFirstSpaceOnlyCompany"),
+    InForm<kLastCommaFirst>(L"LastNameAndFirstName"),
 };
 
 } // namespace
