@@ -31,9 +31,11 @@ Model ReadModel() {
     return model;
 }
 
-/// Objects and documents that only Outlook's user interface, its designers or its servers have.
+/// Objects and documents that only Outlook's user interface, its designers or its servers have; time zones as
+/// objects.
 const std::set<std::wstring> kRefused{
-    L"Actions", L"BusinessCardLayoutXml", L"Conflicts", L"FormDescription", L"GetInspector", L"Links",
+    L"Actions",     L"BusinessCardLayoutXml", L"Conflicts", L"FormDescription",
+    L"EndTimeZone", L"GetInspector",          L"Links",     L"StartTimeZone",
 };
 /// Methods of the same sort, without arguments.
 const std::set<std::wstring> kRefusedMethods{
@@ -70,7 +72,8 @@ protected:
         const std::wstring messageClass = GetParam().messageClass;
         if (messageClass == L"IPM.Storage")
             return DefaultFolder(kInbox).Child(L"GetStorage", {Value(L"Storage"), Value(0)});
-        const Object item = New(Value(kMailItem));
+        const bool canBeMade = messageClass.starts_with(L"IPM.");
+        const Object item = canBeMade ? New(Value(messageClass)) : New(Value(kMailItem));
         item.Put(L"MessageClass", Value(messageClass));
         return Reopened(item);
     }
