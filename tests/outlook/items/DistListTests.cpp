@@ -11,7 +11,7 @@ protected:
     static constexpr int kDistListItem = 7;
 
     Object Recipient(const wchar_t* name) const {
-        const Object recipient = NameSpace().Child(L"CreateRecipient", {Value(name)});
+        Object recipient = NameSpace().Child(L"CreateRecipient", {Value(name)});
         recipient.Call(L"Resolve");
         return recipient;
     }

@@ -106,6 +106,16 @@ TEST_P(MemberTest, MethodsOfOtherProgramsAreRefused) {
         }
 }
 
+TEST_F(KindTest, MethodsOfOtherProgramsWithArgumentsAreRefused) {
+    const Object contact = New(Value(kContactItem)), mail = New(Value(kMailItem));
+    EXPECT_EQ(contact.TryCall(L"AddBusinessCardLogoPicture", {Value(L"C:\\logo.png")}).Status(), E_NOTIMPL);
+    EXPECT_EQ(contact.TryCall(L"SaveBusinessCardImage", {Value(L"C:\\card.png")}).Status(), E_NOTIMPL);
+    EXPECT_EQ(contact.TryCall(L"ShowCheckAddressDialog", {Value(1)}).Status(), E_NOTIMPL);
+    EXPECT_EQ(contact.TryCall(L"ShowCheckPhoneDialog", {Value(1)}).Status(), E_NOTIMPL);
+    EXPECT_EQ(mail.TryCall(L"AddBusinessCard", {_variant_t(contact.Raw())}).Status(), E_NOTIMPL);
+    EXPECT_EQ(contact.TryCall(L"ShowCheckPhoneDialog").Status(), DISP_E_BADPARAMCOUNT);
+}
+
 INSTANTIATE_TEST_SUITE_P(
     Kinds, MemberTest,
     testing::Values(KindRow{L"AppointmentItem", L"IPM.Appointment"},

@@ -63,7 +63,7 @@ void SetEnd(ItemObject& item, const Arguments& value) {
     }
     const SysTime end = TimeOfLocal(value.Days(0));
     const SysTime start = ReadAs<SysTime>(message, kStart).value_or(end);
-    if (end < start)
+    if (end.ticks < start.ticks)
         throw InvalidValue();
     WriteTime(message, kStart, kCommonStart, start);
     WriteTime(message, kEnd, kCommonEnd, end);
