@@ -5,6 +5,7 @@
 #include "standin/mailbox/Platform.h"
 #include "standin/mapi/Views.h"
 #include "standin/outlook/automation/Failure.h"
+#include "standin/outlook/items/KnownNames.h"
 
 #include <cstdio>
 
@@ -75,6 +76,9 @@ void LogOn(const std::wstring& profile) {
     Check(state.switches.logonRefusal);
     if (!state.loggedOn && !profile.empty() && !mailbox::SameIgnoringCase(profile, World().ProfileName()))
         throw Failure(MAPI_E_FAILONEPROVIDER);
+    if (!state.loggedOn)
+        for (const auto& store : World().AllStores())
+            EnterKnownNames(store->Names());
     state.loggedOn = true;
 }
 
