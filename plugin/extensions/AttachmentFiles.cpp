@@ -173,7 +173,7 @@ std::wstring COutlookFuncs::WriteAttachment(const std::wstring& path, std::int32
     ULONG count = 0;
     mapi::Block<SPropValue> values;
     if (const HRESULT status = attachment->GetProps(reinterpret_cast<LPSPropTagArray>(&tags), MAPI_UNICODE,
-                                                    &count, mapi::Out(values));
+                                                    &count, values.Out());
         FAILED(status)) {
         return fail({status, L"Unable to access attachment method "});
     }

@@ -59,13 +59,13 @@ std::wstring WithExtension(const std::wstring& text, const std::wstring& extensi
 
 std::wstring TextOf(IMAPIProp& object, ULONG textTag) {
     mapi::Block<SPropValue> value;
-    const bool read = SUCCEEDED(mapi::GetOneProp(&object, textTag, mapi::Out(value))) && value->Value.lpszW;
+    const bool read = SUCCEEDED(mapi::GetOneProp(&object, textTag, value.Out())) && value->Value.lpszW;
     return read ? value->Value.lpszW : std::wstring();
 }
 
 long LongOf(IMAPIProp& object, ULONG longTag, long otherwise) {
     mapi::Block<SPropValue> value;
-    return SUCCEEDED(mapi::GetOneProp(&object, longTag, mapi::Out(value))) ? value->Value.l : otherwise;
+    return SUCCEEDED(mapi::GetOneProp(&object, longTag, value.Out())) ? value->Value.l : otherwise;
 }
 
 HRESULT OpenEmbedded(IAttach& attachment, mapi::Pointer<IMessage>& message) {
@@ -208,7 +208,7 @@ std::wstring COutlookFuncs::GetAttachmentSize(std::int32_t index) {
             return operation.Fail(error::kMapi, L"Unable to open attachments");
         }
         mapi::Block<SPropValue> size;
-        if (const HRESULT status = mapi::GetOneProp(attachment.Get(), tag::kAttachSize, mapi::Out(size));
+        if (const HRESULT status = mapi::GetOneProp(attachment.Get(), tag::kAttachSize, size.Out());
             FAILED(status)) {
             return operation.Fail(error::kMapi, status, L"Unable to access attachment size ");
         }

@@ -98,8 +98,8 @@ std::wstring COutlookFuncs::GetCustomFieldData(const ScriptText& fieldName) {
     SizedSPropTagArray(1, tags) = {1, {CHANGE_PROP_TYPE(tag, PT_UNSPECIFIED)}};
     ULONG count = 0;
     mapi::Block<SPropValue> value;
-    const HRESULT status = m_pMessage->GetProps(reinterpret_cast<LPSPropTagArray>(&tags), MAPI_UNICODE,
-                                                &count, mapi::Out(value));
+    const HRESULT status =
+        m_pMessage->GetProps(reinterpret_cast<LPSPropTagArray>(&tags), MAPI_UNICODE, &count, value.Out());
     if (status != S_OK && status != MAPI_W_ERRORS_RETURNED) {
         return operation.Fail(error::kCustomFieldMissing, status, L"Error getting custom filed value");
     }

@@ -83,7 +83,7 @@ std::wstring COutlookFuncs::AddOneOffDistListMember(const ScriptText& name, cons
     ULONG size = 0;
     mapi::Block<ENTRYID> entryId;
     if (const HRESULT status = addressBook->CreateOneOff(text(name), text(type), text(address), MAPI_UNICODE,
-                                                         &size, mapi::Out(entryId));
+                                                         &size, entryId.Out());
         FAILED(status)) {
         return operation.Fail(error::kMapi, status, L"AddressBook - CreateOneOff");
     }
@@ -101,13 +101,13 @@ void COutlookFuncs::AppendMember(const SBinary& entryId) {
     LogLine(L"converted one off members tag");
 
     mapi::Block<SPropValue> oldMembers;
-    mapi::GetOneProp(&message, membersTag, mapi::Out(oldMembers));
+    mapi::GetOneProp(&message, membersTag, oldMembers.Out());
     LogLine(L"retrieved members prop from message");
     GrownList members(membersTag, oldMembers.get(), entryId);
     LogLine(L"copied m to lpPropValues");
 
     mapi::Block<SPropValue> oldOneOffs;
-    mapi::GetOneProp(&message, oneOffsTag, mapi::Out(oldOneOffs));
+    mapi::GetOneProp(&message, oneOffsTag, oldOneOffs.Out());
     LogLine(L"retrieved one off propetry");
     GrownList oneOffs(oneOffsTag, oldOneOffs.get(), entryId);
     LogLine(L"copied o to lpPropValues");

@@ -43,7 +43,7 @@ std::optional<std::wstring> DescribeEntry(IMAPISession& session, const SBinary& 
         3, {mapi::tag::kDisplayName, mapi::tag::kEmailAddress, mapi::tag::kAddressType}};
     ULONG count = 0;
     mapi::Block<SPropValue> values;
-    if (entry->GetProps(reinterpret_cast<LPSPropTagArray>(&tags), MAPI_UNICODE, &count, mapi::Out(values)) !=
+    if (entry->GetProps(reinterpret_cast<LPSPropTagArray>(&tags), MAPI_UNICODE, &count, values.Out()) !=
         S_OK) {
         return std::nullopt;
     }
@@ -61,7 +61,7 @@ std::wstring GetOneOffMembers(const FieldContext& context, const FieldRow&) {
     mapi_PropTagFromFieldName(L"OneOffMembers", tag, context.message);
     mapi::Block<SPropValue> members;
     if (const HRESULT status = mapi::GetOneProp(&mapi::Present(context.message),
-                                                CHANGE_PROP_TYPE(tag, PT_MV_BINARY), mapi::Out(members));
+                                                CHANGE_PROP_TYPE(tag, PT_MV_BINARY), members.Out());
         FAILED(status)) {
         return Fail(error::kMapi, status, L"");
     }

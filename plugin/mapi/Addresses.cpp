@@ -78,7 +78,7 @@ HRESULT COutlookFuncs::mapi_GetSenderEMailAddress(IMessage* message, std::wstrin
         return status;
     }
     mapi::Block<SPropValue> entryId;
-    status = mapi::GetOneProp(message, mapi::tag::kSenderEntryId, mapi::Out(entryId));
+    status = mapi::GetOneProp(message, mapi::tag::kSenderEntryId, entryId.Out());
     if (FAILED(status)) {
         return status;
     }
@@ -91,9 +91,9 @@ HRESULT COutlookFuncs::mapi_GetSenderEMailAddress(IMessage* message, std::wstrin
         return status;
     }
     mapi::Block<SPropValue> address;
-    status = mapi::GetOneProp(&entry.Required(), mapi::tag::kSmtpAddress, mapi::Out(address));
+    status = mapi::GetOneProp(&entry.Required(), mapi::tag::kSmtpAddress, address.Out());
     if (FAILED(status)) {
-        status = mapi::GetOneProp(entry.Get(), mapi::tag::kEmailAddress, mapi::Out(address));
+        status = mapi::GetOneProp(entry.Get(), mapi::tag::kEmailAddress, address.Out());
     }
     if (SUCCEEDED(status) && address->Value.lpszW) {
         text = address->Value.lpszW;

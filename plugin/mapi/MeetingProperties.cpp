@@ -164,7 +164,7 @@ class OwnedValue {
 public:
     /// Takes the value of the property; whether it could be read.
     bool Read(IMessage& message, ULONG readTag) {
-        return SUCCEEDED(GetOneProp(&message, readTag, Out(m_block)));
+        return SUCCEEDED(GetOneProp(&message, readTag, m_block.Out()));
     }
     SPropValue& Make(ULONG type) {
         m_block = AllocateBlock<SPropValue>();

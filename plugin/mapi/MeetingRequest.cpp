@@ -48,8 +48,7 @@ HRESULT SetText(IMessage& message, ULONG textTag, const std::wstring& text) {
 /// The long of a property; none where it can't be read.
 std::optional<long> LongOf(IMAPIProp& object, ULONG longTag) {
     mapi::Block<SPropValue> value;
-    if (FAILED(mapi::GetOneProp(&object, longTag, mapi::Out(value))) ||
-        PROP_TYPE(value->ulPropTag) != PT_LONG) {
+    if (FAILED(mapi::GetOneProp(&object, longTag, value.Out())) || PROP_TYPE(value->ulPropTag) != PT_LONG) {
         return std::nullopt;
     }
     return value->Value.l;
@@ -57,7 +56,7 @@ std::optional<long> LongOf(IMAPIProp& object, ULONG longTag) {
 
 std::optional<std::wstring> TextOf(IMAPIProp& object, ULONG textTag) {
     mapi::Block<SPropValue> value;
-    if (FAILED(mapi::GetOneProp(&object, textTag, mapi::Out(value)))) {
+    if (FAILED(mapi::GetOneProp(&object, textTag, value.Out()))) {
         return std::nullopt;
     }
     return value->Value.lpszW ? std::wstring(value->Value.lpszW) : std::wstring();
@@ -143,8 +142,8 @@ HRESULT COutlookFuncs::mapi_OpenFolderFromStoreProp(mapi::Pointer<IMAPIFolder>& 
     SizedSPropTagArray(1, tags) = {1, {folderTag}};
     ULONG count = 0;
     mapi::Block<SPropValue> entryId;
-    HRESULT status = mapi::Present(store).GetProps(reinterpret_cast<LPSPropTagArray>(&tags), 0, &count,
-                                                   mapi::Out(entryId));
+    HRESULT status =
+        mapi::Present(store).GetProps(reinterpret_cast<LPSPropTagArray>(&tags), 0, &count, entryId.Out());
     if (status != S_OK) {
         return FailStep(status, L"Unable to access store properties");
     }
@@ -280,8 +279,8 @@ HRESULT COutlookFuncs::PointAtSentItems(IMessage& message, IMsgStore* store) {
     SizedSPropTagArray(1, tags) = {1, {tag::kIpmSentmailEntryId}};
     ULONG count = 0;
     mapi::Block<SPropValue> sentItems;
-    const HRESULT status = mapi::Present(store).GetProps(reinterpret_cast<LPSPropTagArray>(&tags), 0, &count,
-                                                         mapi::Out(sentItems));
+    const HRESULT status =
+        mapi::Present(store).GetProps(reinterpret_cast<LPSPropTagArray>(&tags), 0, &count, sentItems.Out());
     if (status != S_OK) {
         return FailStep(status, L"Unable to access store properties");
     }

@@ -35,7 +35,7 @@ HRESULT SetText(IMessage& message, ULONG textTag, const std::wstring& text) {
 /// Whether the organizer asked for no answer.
 bool WantsNoResponse(IMessage& message) {
     mapi::Block<SPropValue> requested;
-    return SUCCEEDED(mapi::GetOneProp(&message, tag::kResponseRequested, mapi::Out(requested))) &&
+    return SUCCEEDED(mapi::GetOneProp(&message, tag::kResponseRequested, requested.Out())) &&
            requested->Value.b == FALSE;
 }
 
@@ -56,14 +56,13 @@ constexpr std::array kCopiedProperties{
 /// The index of a reply: the parent's with one block more, as the platform makes it.
 HRESULT CopyConversationIndex(IMessage& from, IMessage& to) {
     mapi::Block<SPropValue> parent;
-    HRESULT status = mapi::GetOneProp(&from, tag::kConversationIndex, mapi::Out(parent));
+    HRESULT status = mapi::GetOneProp(&from, tag::kConversationIndex, parent.Out());
     if (FAILED(status)) {
         return status;
     }
     ULONG count = 0;
     mapi::Block<BYTE> bytes;
-    status =
-        mapi::CreateConversationIndex(parent->Value.bin.cb, parent->Value.bin.lpb, &count, mapi::Out(bytes));
+    status = mapi::CreateConversationIndex(parent->Value.bin.cb, parent->Value.bin.lpb, &count, bytes.Out());
     if (FAILED(status)) {
         return status;
     }
@@ -76,7 +75,7 @@ HRESULT CopyConversationIndex(IMessage& from, IMessage& to) {
 HRESULT CopyProperties(IMessage& from, IMessage& to) {
     for (const CopiedProperty& copied : kCopiedProperties) {
         mapi::Block<SPropValue> value;
-        HRESULT status = mapi::GetOneProp(&from, copied.tag, mapi::Out(value));
+        HRESULT status = mapi::GetOneProp(&from, copied.tag, value.Out());
         if (SUCCEEDED(status)) {
             status = mapi::SetOneProp(&to, value.get());
         }
@@ -200,7 +199,7 @@ HRESULT COutlookFuncs::mapi_CopyMeetingProps(IMessage& response, IMsgStore* stor
 HRESULT COutlookFuncs::mapi_FinishMeetingResponse(IMessage& response) {
     const LoggedOperation log(L"mapi_FinishMeetingResponse");
     mapi::Block<SPropValue> subject;
-    HRESULT status = mapi::GetOneProp(&response, tag::kSubject, mapi::Out(subject));
+    HRESULT status = mapi::GetOneProp(&response, tag::kSubject, subject.Out());
     if (FAILED(status)) {
         return FailStep(status, L"Failed to get subject property");
     }
@@ -230,7 +229,7 @@ HRESULT COutlookFuncs::mapi_FinishMeetingResponse(IMessage& response) {
 HRESULT COutlookFuncs::mapi_RebindAcceptedMeeting(IMessage& entry) {
     const LoggedOperation log(L"mapi_RebindAcceptedMeeting");
     mapi::Block<SPropValue> entryId;
-    const HRESULT status = mapi::GetOneProp(&entry, tag::kEntryId, mapi::Out(entryId));
+    const HRESULT status = mapi::GetOneProp(&entry, tag::kEntryId, entryId.Out());
     if (FAILED(status)) {
         return status;
     }

@@ -76,7 +76,7 @@ std::wstring COutlookFuncs::WriteMsgFile(IMessage* message, const std::wstring& 
     LogLine(L"created stroage");
     mapi::Block<SPropProblemArray> problems;
     if (const HRESULT status = message->CopyTo(0, nullptr, nullptr, 0, nullptr, &mapi::kIidMessage,
-                                               target.Get(), 0, mapi::Out(problems));
+                                               target.Get(), 0, problems.Out());
         FAILED(status)) {
         return fail(status);
     }

@@ -32,7 +32,7 @@ std::vector<ULONG> FindTags(std::span<const NumberedName> names, IMAPIProp& obje
         pointers.get()[i] = name;
     }
     Block<SPropTagArray> tags;
-    if (FAILED(object.GetIDsFromNames(static_cast<ULONG>(names.size()), pointers.get(), 0, Out(tags))) ||
+    if (FAILED(object.GetIDsFromNames(static_cast<ULONG>(names.size()), pointers.get(), 0, tags.Out())) ||
         !tags) {
         return {};
     }

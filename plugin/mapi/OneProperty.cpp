@@ -19,7 +19,7 @@ ULONG StoredTag(ULONG tag, IMessage& message) {
     SizedSPropTagArray(1, tags) = {1, {tag}};
     ULONG count = 0;
     mapi::Block<SPropValue> values;
-    message.GetProps(reinterpret_cast<LPSPropTagArray>(&tags), MAPI_UNICODE, &count, mapi::Out(values));
+    message.GetProps(reinterpret_cast<LPSPropTagArray>(&tags), MAPI_UNICODE, &count, values.Out());
     return values ? values->ulPropTag : tag;
 }
 
@@ -98,7 +98,7 @@ HRESULT COutlookFuncs::mapi_GetOneProp(ULONG tag, mapi::PropertyBlock& block, IM
     const LoggedOperation log(L"mapi_GetOneProp");
     block.Clear();
     mapi::Block<SPropValue> property;
-    const HRESULT status = mapi::GetOneProp(&mapi::Present(message), tag, mapi::Out(property));
+    const HRESULT status = mapi::GetOneProp(&mapi::Present(message), tag, property.Out());
     return FAILED(status) ? status : block.Assign(*property);
 }
 

@@ -75,30 +75,41 @@ T& Present(T* object) {
 }
 
 /// A block of MAPIAllocateBuffer, with all that hangs on it.
-struct FreeBlock {
-    void operator()(void* block) const { FreeBuffer(block); }
-};
 template <typename T>
-using Block = std::unique_ptr<T, FreeBlock>;
-
-/// For an operation that hands out a block: Out(block) in the argument list.
-template <typename T>
-class BlockOut {
+class Block {
 public:
-    explicit BlockOut(Block<T>& block) : m_block(block) {}
-    ~BlockOut() { m_block.reset(m_pointer); }
-    BlockOut(const BlockOut&) = delete;
-    BlockOut& operator=(const BlockOut&) = delete;
-    operator T**() { return &m_pointer; }
+    Block() = default;
+    Block(std::nullptr_t) {}
+    explicit Block(T* block) : m_block(block) {}
+    Block(Block&& other) noexcept : m_block(other.release()) {}
+    ~Block() { Free(); }
+    Block& operator=(Block other) noexcept {
+        std::swap(m_block, other.m_block);
+        return *this;
+    }
+
+    explicit operator bool() const { return m_block != nullptr; }
+    T* get() const { return m_block; }
+    T* operator->() const { return m_block; }
+    T& operator*() const { return *m_block; }
+    T& operator[](std::size_t index) const { return m_block[index]; }
+
+    T* release() { return std::exchange(m_block, nullptr); }
+    /// For an operation that hands out a block; what was held is freed first.
+    T** Out() {
+        Free();
+        return &m_block;
+    }
 
 private:
-    Block<T>& m_block;
-    T* m_pointer = nullptr;
+    void Free() {
+        if (T* block = release()) {
+            FreeBuffer(block);
+        }
+    }
+
+    T* m_block = nullptr;
 };
-template <typename T>
-BlockOut<T> Out(Block<T>& block) {
-    return BlockOut<T>(block);
-}
 
 /// Zeroed memory of `bytes` bytes, at least a T; raises std::bad_alloc.
 template <typename T>

@@ -273,7 +273,7 @@ HRESULT mapi_TagFromNameId(MAPINAMEID& nameId, ULONG& tag, ULONG flags, IMAPIPro
     }
     LPMAPINAMEID names = &nameId;
     mapi::Block<SPropTagArray> tags;
-    const HRESULT status = message->GetIDsFromNames(1, &names, flags, mapi::Out(tags));
+    const HRESULT status = message->GetIDsFromNames(1, &names, flags, tags.Out());
     if (SUCCEEDED(status) && tags) {
         tag = tags->aulPropTag[0];
     }

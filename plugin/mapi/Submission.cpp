@@ -55,14 +55,14 @@ HRESULT FailList(const ListBuilder& builder, HRESULT status, const wchar_t* text
 template <typename Object>
 std::wstring ExtendedErrorText(Object& object, HRESULT status) {
     mapi::Block<MAPIERROR> extended;
-    object.GetLastError(status, MAPI_UNICODE, mapi::Out(extended));
+    object.GetLastError(status, MAPI_UNICODE, extended.Out());
     return extended && extended->lpszError ? reinterpret_cast<LPCWSTR>(extended->lpszError) : std::wstring();
 }
 
 /// Asks for every column that the table has, so that all properties of a recipient come along.
 void SelectAllColumns(IMAPITable& table) {
     mapi::Block<SPropTagArray> columns;
-    if (SUCCEEDED(table.QueryColumns(TBL_ALL_COLUMNS, mapi::Out(columns)))) {
+    if (SUCCEEDED(table.QueryColumns(TBL_ALL_COLUMNS, columns.Out()))) {
         table.SetColumns(columns.get(), 0);
     }
 }
@@ -143,8 +143,8 @@ HRESULT COutlookFuncs::mapi_Send(IMessage* message, IMsgStore* store) {
     SizedSPropTagArray(1, tags) = {1, {mapi::tag::kIpmSentmailEntryId}};
     ULONG count = 0;
     mapi::Block<SPropValue> sentItems;
-    status = mapi::Present(store).GetProps(reinterpret_cast<LPSPropTagArray>(&tags), 0, &count,
-                                           mapi::Out(sentItems));
+    status =
+        mapi::Present(store).GetProps(reinterpret_cast<LPSPropTagArray>(&tags), 0, &count, sentItems.Out());
     if (status != S_OK) {
         Fail(error::kMapi, status, L"MAPI Send - Unable to access store properties.");
         LogLine(L"Error encountered: Failed to access store properties");
@@ -185,7 +185,7 @@ HRESULT COutlookFuncs::mapi_SetSentOnBehalf(IMessage* message, IMsgStore* store)
     ULONG count = 0;
     mapi::Block<SPropValue> owner;
     status = mapi::Present(store).GetProps(reinterpret_cast<LPSPropTagArray>(&tags), MAPI_UNICODE, &count,
-                                           mapi::Out(owner));
+                                           owner.Out());
     if (status != S_OK) {
         Fail(error::kMapi, status, L"MAPI Create - Unable to access store properties.");
         return status;

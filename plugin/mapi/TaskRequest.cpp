@@ -58,7 +58,7 @@ HRESULT CopyTaskIdentity(IMessage& task, IMessage& request) {
     ULONG count = 0;
     mapi::Block<SPropValue> values;
     HRESULT status =
-        task.GetProps(reinterpret_cast<LPSPropTagArray>(&tags), MAPI_UNICODE, &count, mapi::Out(values));
+        task.GetProps(reinterpret_cast<LPSPropTagArray>(&tags), MAPI_UNICODE, &count, values.Out());
     if (SUCCEEDED(status)) {
         status = request.SetProps(count, values.get(), nullptr);
     }
@@ -139,7 +139,7 @@ HRESULT COutlookFuncs::mapi_CreateTaskRequest(IMessage* task, IMsgStore* store,
     SizedSPropTagArray(1, tags) = {1, {tag::kSentmailEntryId}};
     ULONG count = 0;
     mapi::Block<SPropValue> sentItems;
-    status = store->GetProps(reinterpret_cast<LPSPropTagArray>(&tags), 0, &count, mapi::Out(sentItems));
+    status = store->GetProps(reinterpret_cast<LPSPropTagArray>(&tags), 0, &count, sentItems.Out());
     if (SUCCEEDED(status)) {
         status = request->SetProps(1, sentItems.get(), nullptr);
     }
@@ -147,7 +147,7 @@ HRESULT COutlookFuncs::mapi_CreateTaskRequest(IMessage* task, IMsgStore* store,
         return status;
     }
     mapi::Block<SPropValue> subject;
-    status = mapi::GetOneProp(&m_pMessage.Required(), tag::kSubject, mapi::Out(subject));
+    status = mapi::GetOneProp(&m_pMessage.Required(), tag::kSubject, subject.Out());
     if (FAILED(status)) {
         return status;
     }

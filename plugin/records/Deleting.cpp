@@ -227,8 +227,7 @@ std::wstring COutlookFuncs::DeleteAllRecords(bool excludePrivate, bool excludeDi
 
 bool COutlookFuncs::IsPrivate() {
     mapi::Block<SPropValue> sensitivity;
-    return SUCCEEDED(
-               mapi::GetOneProp(&m_pMessage.Required(), mapi::tag::kSensitivity, mapi::Out(sensitivity))) &&
+    return SUCCEEDED(mapi::GetOneProp(&m_pMessage.Required(), mapi::tag::kSensitivity, sensitivity.Out())) &&
            sensitivity->Value.l == kPrivate;
 }
 
@@ -255,7 +254,7 @@ COutlookFuncs::ListMembers COutlookFuncs::CollectListMembers(const outlook::Item
             return {S_OK, false};
         }
         mapi::Block<SPropValue> members;
-        status = mapi::GetOneProp(message.Get(), tag, mapi::Out(members));
+        status = mapi::GetOneProp(message.Get(), tag, members.Out());
         if (FAILED(status)) {
             return {status, false};
         }

@@ -40,7 +40,7 @@ std::wstring COutlookFuncs::MoveRecord(const ScriptText& path) {
 
     mapi::Block<SPropValue> parent;
     if (const HRESULT status =
-            mapi::GetOneProp(&m_pMessage.Required(), mapi::tag::kParentEntryId, mapi::Out(parent));
+            mapi::GetOneProp(&m_pMessage.Required(), mapi::tag::kParentEntryId, parent.Out());
         FAILED(status)) {
         return operation.Fail(error::kMapi, status, L"");
     }
@@ -81,7 +81,7 @@ std::wstring COutlookFuncs::MoveRecord(const ScriptText& path) {
 /// The record is in its destination already.
 std::wstring COutlookFuncs::AnswerUnmoved(Operation& operation) {
     mapi::Block<SPropValue> own;
-    if (const HRESULT status = mapi::GetOneProp(&m_pMessage.Required(), mapi::tag::kEntryId, mapi::Out(own));
+    if (const HRESULT status = mapi::GetOneProp(&m_pMessage.Required(), mapi::tag::kEntryId, own.Out());
         FAILED(status)) {
         return operation.Fail(error::kMapi, status, L"");
     }

@@ -143,7 +143,7 @@ void COutlookFuncs::EditBlobToWeekdays() {
     ULONG tag = 0;
     mapi::Block<SPropValue> blob;
     if (!mapi_PropTagFromFieldName(L"RecurrenceState", tag, &message) ||
-        FAILED(mapi::GetOneProp(&message, CHANGE_PROP_TYPE(tag, PT_BINARY), mapi::Out(blob)))) {
+        FAILED(mapi::GetOneProp(&message, CHANGE_PROP_TYPE(tag, PT_BINARY), blob.Out()))) {
         return;
     }
     const SBinary& bytes = blob->Value.bin;
