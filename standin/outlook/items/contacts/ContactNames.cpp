@@ -32,7 +32,9 @@ std::wstring CompanyOf(const MessageProperties& message) {
     return Text<PR_COMPANY_NAME_W>(message);
 }
 
-void FollowCompany(OpenMessage& message) {
+/// Brings what the contact is filed under in line with its name and company, unless somebody chose a text.
+/// One without a name is filed under the company.
+void FollowFiling(OpenMessage& message) {
     constexpr std::int32_t kCompany = 0x3A16;
     const bool isFiled = !StoredText(message, kFileUnder).empty();
     const std::int32_t number =
@@ -58,7 +60,7 @@ void FollowName(OpenMessage& message) {
     Check(message.Write(PR_SUBJECT_PREFIX_W, std::wstring()));
     Check(message.Write(PR_SUBJECT_W, after));
     RenameEmailAddresses(message, before, after);
-    FollowCompany(message);
+    FollowFiling(message);
 }
 
 void FollowParts(OpenMessage& message) {
@@ -104,7 +106,7 @@ constexpr Row kRows[] = {
     Then<FollowParts>(Stored(L"LastName", kText, PR_SURNAME_W)),
     Then<FollowParts>(Stored(L"Suffix", kText, PR_GENERATION_W)),
     Then<FollowFullName>(Stored(L"FullName", kText, PR_DISPLAY_NAME_W)),
-    Then<FollowCompany>(Stored(L"CompanyName", kText, PR_COMPANY_NAME_W)),
+    Then<FollowFiling>(Stored(L"CompanyName", kText, PR_COMPANY_NAME_W)),
     Then<FollowFileAs>(Named(L"FileAs", kText, PT_UNICODE, kPsAddress, 0x8005)),
     Stored(L"Initials", kText, PR_INITIALS_W),
     Stored(L"NickName", kText, PR_NICKNAME_W),
