@@ -153,8 +153,8 @@ HRESULT DiskKeeper::SaveStore(const Store& store) {
     sections[0].Add(L"Name", store.Name());
     sections[0].Add(L"Kind", Word(store.Kind()));
     sections[0].Add(L"Address", store.SmtpAddress());
-    sections[0].Add(L"Default", Word(store.IsDefault()));
-    sections[0].Add(L"InProfile", Word(store.IsInProfile()));
+    sections[0].Add(L"Default", Word(store.Description().isDefault));
+    sections[0].Add(L"InProfile", Word(store.Description().isInProfile));
     sections[0].Add(L"Provider", TextOfGuid(store.Key().provider));
     sections[0].Add(L"Database", TextOfGuid(store.Key().database));
     sections[0].Add(L"Ids", std::to_wstring(store.ReservedIds()));
@@ -166,7 +166,7 @@ HRESULT DiskKeeper::SaveStore(const Store& store) {
 
 HRESULT DiskKeeper::SaveProfile(const Mailbox& mailbox) {
     std::vector<IniSection> sections{{L"Profile", 0, {}}};
-    sections[0].Add(L"Name", mailbox.ProfileName());
+    sections[0].Add(L"Name", mailbox.OwnProfileName());
     for (const auto& store : mailbox.AllStores())
         sections[0].Add(L"Store", m_places.NameOf(*store));
     for (const auto& entry : mailbox.Addresses().Entries())

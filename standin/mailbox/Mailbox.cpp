@@ -26,15 +26,39 @@ std::size_t Mailbox::KeyHash::operator()(const std::pair<GUID, GUID>& key) const
 
 std::vector<Store*> Mailbox::ProfileStores() const {
     std::vector<Store*> stores;
+    if (m_user)
+        stores.push_back(m_user);
     for (const auto& store : m_stores)
-        if (store->IsInProfile())
+        if (m_user ? store->Kind() == StoreKind::Public : store->Description().isInProfile)
             stores.push_back(store.get());
     return stores;
 }
 
 Store* Mailbox::DefaultStore() const {
-    const auto found = std::ranges::find_if(m_stores, [](const auto& store) { return store->IsDefault(); });
+    const auto found =
+        std::ranges::find_if(m_stores, [](const auto& store) { return store->Description().isDefault; });
+    return m_user || found == m_stores.end() ? m_user : found->get();
+}
+
+Store* Mailbox::FindOtherUser(const std::wstring& profile) const {
+    const auto found = std::ranges::find_if(m_stores, [&](const auto& store) {
+        return store->Kind() == StoreKind::Mailbox && !store->Description().isInProfile &&
+               SameIgnoringCase(store->Name(), profile);
+    });
     return found == m_stores.end() ? nullptr : found->get();
+}
+
+bool Mailbox::HasProfile(const std::wstring& name) const {
+    return SameIgnoringCase(name, m_profileName) || FindOtherUser(name);
+}
+
+HRESULT Mailbox::UseProfile(const std::wstring& name) {
+    const bool isOwn = name.empty() || SameIgnoringCase(name, m_profileName);
+    Store* user = isOwn ? nullptr : FindOtherUser(name);
+    if (!isOwn && !user)
+        return MAPI_E_NOT_FOUND;
+    m_user = user;
+    return user ? MakeMissingFolders(*user) : S_OK;
 }
 
 Store* Mailbox::FindMailbox(std::wstring_view nameOrAddress) const {

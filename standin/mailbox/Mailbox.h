@@ -29,7 +29,14 @@ public:
     Mailbox& operator=(const Mailbox&) = delete;
     ~Mailbox();
 
-    const std::wstring& ProfileName() const { return m_profileName; }
+    /// The profile that is looked through: this mailbox's own, or that of the owner of another mailbox here.
+    const std::wstring& ProfileName() const { return m_user ? m_user->Name() : m_profileName; }
+    const std::wstring& OwnProfileName() const { return m_profileName; }
+    bool HasProfile(const std::wstring& name) const;
+    /// Looks through another profile from now on; an empty name is this mailbox's own. Another owner's has
+    /// the owner's name, his mailbox as the default store and the public folders; folders that he lacks are
+    /// made. MAPI_E_NOT_FOUND: there is none of that name; otherwise what making the folders answers.
+    HRESULT UseProfile(const std::wstring& name);
     void SetProfileName(std::wstring name) { m_profileName = std::move(name); }
 
     /// All stores: those of the profile in its order, and those that can be opened as other users'.
@@ -73,11 +80,13 @@ private:
         std::size_t operator()(const std::pair<GUID, GUID>& key) const;
     };
     Store* FindByKey(const ObjectEntryId& entryId) const;
+    Store* FindOtherUser(const std::wstring& profile) const;
     HRESULT KeepNew(const Folder& subtree);
     HRESULT Deliver(const Content& sent, const NamedProperties& names);
     HRESULT FileSent(OpenMessage& message);
 
     std::wstring m_profileName = L"Outlook";
+    Store* m_user = nullptr; // whose profile it is; null: the own one
     std::vector<std::unique_ptr<Store>> m_stores;
     std::unordered_map<std::pair<GUID, GUID>, Store*, KeyHash> m_storeByKey; // by provider and database
     AddressBook m_addresses;
@@ -89,5 +98,7 @@ private:
 std::unique_ptr<Mailbox> MakeSampleWorld();
 /// The same for a mailbox that is kept somewhere: fails only if keeping does.
 HRESULT FillWithSampleWorld(Mailbox& mailbox);
+/// Makes the special folders of a user's mailbox that the store hasn't got.
+HRESULT MakeMissingFolders(Store& store);
 
 } // namespace standin::mailbox

@@ -97,20 +97,26 @@ void AddPeople(AddressBook& addresses) {
         ->SetMembers(std::move(people));
 }
 
+HRESULT AddSpecialFolder(Store& store, const FolderRow& row) {
+    std::shared_ptr<Folder> made;
+    Folder* folder = store.IpmSubtree().FindSubfolder(row.name);
+    if (!folder) {
+        const HRESULT status = store.IpmSubtree().CreateSubfolder({row.name, row.defaultItemType, {}}, made);
+        if (FAILED(status))
+            return status;
+        folder = made.get();
+    }
+    return store.SetSpecialFolder(row.special, folder);
+}
+
 HRESULT AddStore(Mailbox& mailbox, const StoreRow& row) {
     Store* store = nullptr;
     const StoreDescription description{row.name, row.kind, row.smtpAddress, row.isDefault, row.isInProfile};
     if (const HRESULT status = mailbox.AddStore(description, store); FAILED(status))
         return status;
-    for (const FolderRow& folderRow : row.folders) {
-        std::shared_ptr<Folder> folder;
-        HRESULT status =
-            store->IpmSubtree().CreateSubfolder({folderRow.name, folderRow.defaultItemType, {}}, folder);
-        if (SUCCEEDED(status))
-            status = store->SetSpecialFolder(folderRow.special, folder.get());
-        if (FAILED(status))
+    for (const FolderRow& folder : row.folders)
+        if (const HRESULT status = AddSpecialFolder(*store, folder); FAILED(status))
             return status;
-    }
     return S_OK;
 }
 
@@ -122,6 +128,14 @@ HRESULT FillWithSampleWorld(Mailbox& mailbox) {
     for (const StoreRow& row : kStores)
         if (const HRESULT status = AddStore(mailbox, row); FAILED(status))
             return status;
+    return S_OK;
+}
+
+HRESULT MakeMissingFolders(Store& store) {
+    for (const FolderRow& row : kFrontDesk)
+        if (!store.SpecialFolder(row.special))
+            if (const HRESULT status = AddSpecialFolder(store, row); FAILED(status))
+                return status;
     return S_OK;
 }
 

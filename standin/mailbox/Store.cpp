@@ -6,6 +6,8 @@
 #include "standin/mailbox/Platform.h"
 #include "standin/mailbox/Tags.h"
 
+#include <algorithm>
+
 namespace standin::mailbox {
 namespace {
 
@@ -24,6 +26,15 @@ Store::Store(mailbox::Mailbox& mailbox, StoreDescription description, const Stor
     m_root->m_store = this;
     m_root->m_id = kRootFolderId;
     m_folders[kRootFolderId] = m_root.get();
+}
+
+bool Store::IsDefault() const {
+    return m_mailbox->DefaultStore() == this;
+}
+
+bool Store::IsInProfile() const {
+    const std::vector<Store*> stores = m_mailbox->ProfileStores();
+    return std::ranges::find(stores, this) != stores.end();
 }
 
 Bytes Store::EntryId() const {

@@ -32,8 +32,11 @@ public:
     const std::wstring& Name() const { return m_description.name; }
     StoreKind Kind() const { return m_description.kind; }
     const std::wstring& SmtpAddress() const { return m_description.smtpAddress; }
-    bool IsDefault() const { return m_description.isDefault; }
-    bool IsInProfile() const { return m_description.isInProfile; }
+    /// In the profile that is looked through.
+    bool IsDefault() const;
+    bool IsInProfile() const;
+    /// As it is in the mailbox's own profile.
+    const StoreDescription& Description() const { return m_description; }
     const StoreKey& Key() const { return m_key; }
     Bytes EntryId() const;
 

@@ -28,7 +28,7 @@ std::wstring Version(ApplicationObject&) {
 }
 
 std::wstring DefaultProfileName(ApplicationObject&) {
-    return World().ProfileName();
+    return World().OwnProfileName();
 }
 
 ComPtr<Object> GetNamespace(ApplicationObject&, const Arguments& arguments) {

@@ -74,16 +74,21 @@ void HostedByControl() {
 void LogOn(const std::wstring& profile) {
     State& state = TheState();
     Check(state.switches.logonRefusal);
-    if (!state.loggedOn && !profile.empty() && !mailbox::SameIgnoringCase(profile, World().ProfileName()))
+    if (state.loggedOn)
+        return;
+    if (!profile.empty() && !World().HasProfile(profile))
         throw Failure(MAPI_E_FAILONEPROVIDER);
-    if (!state.loggedOn)
-        for (const auto& store : World().AllStores())
-            EnterKnownNames(store->Names());
+    Check(World().UseProfile(profile));
+    for (const auto& store : World().AllStores())
+        EnterKnownNames(store->Names());
     state.loggedOn = true;
 }
 
 void LogOff() {
-    TheState().loggedOn = false;
+    State& state = TheState();
+    state.loggedOn = false;
+    if (state.world)
+        Check(state.world->UseProfile({}));
 }
 
 mailbox::Mailbox& LoggedOnWorld() {

@@ -50,6 +50,15 @@ std::wstring ShownTime(const mailbox::Value& value) {
     return Shown(Date(days));
 }
 
+Person::Person(const Object& application, const wchar_t* profile)
+    : m_nameSpace(application.Child(L"GetNamespace", {Value(L"MAPI")})) {
+    m_nameSpace.Call(L"Logon", {Value(profile)});
+}
+
+Person::~Person() {
+    m_nameSpace.Call(L"Logoff");
+}
+
 Object CalendarTest::NewItem(int itemType) const {
     NameSpace();
     return Application().Child(L"CreateItem", {Value(itemType)});

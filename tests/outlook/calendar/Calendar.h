@@ -24,6 +24,24 @@ _variant_t TimeOfDay(int hour, int minute = 0);
 /// "2026-03-02 09:00"; "none" for no date.
 std::wstring Shown(const _variant_t& date);
 
+/// Somebody at work: logs on to a profile, and off in the end.
+class Person {
+public:
+    Person(const Object& application, const wchar_t* profile);
+    ~Person();
+    Person(const Person&) = delete;
+    Person& operator=(const Person&) = delete;
+
+    Object Folder(int number) const { return m_nameSpace.Child(L"GetDefaultFolder", {Value(number)}); }
+    /// The newest item of a folder.
+    Object Newest(int folder) const { return Folder(folder).Child(L"Items").Child(L"GetLast"); }
+    int Count(int folder) const { return Folder(folder).Child(L"Items").Number(L"Count"); }
+    const Object& NameSpace() const { return m_nameSpace; }
+
+private:
+    Object m_nameSpace;
+};
+
 /// A new item of the default folder.
 class CalendarTest : public OutlookTest {
 protected:

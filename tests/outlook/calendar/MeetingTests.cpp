@@ -1,0 +1,235 @@
+// Meetings from both sides: the organizer's, Front Desk, and the attendee's, Back Office.
+#include "Calendar.h"
+
+#include "standin/mailbox/Tags.h"
+
+namespace outlook_tests {
+namespace {
+
+namespace mailbox = standin::mailbox;
+
+constexpr const wchar_t *kOrganizer = L"Outlook", *kAttendee = L"Back Office";
+constexpr int kAccepted = 3, kNotResponded = 5;
+
+class MeetingTest : public CalendarTest {
+protected:
+    /// "Review", 2 March 2026 at nine, for an hour; sent to Back Office and Warehouse.
+    Object NewMeeting() const {
+        const Object item = NewAppointment(At(2026, 3, 2, 9), 60);
+        item.Put(L"Subject", Value(L"Review"));
+        item.Put(L"Location", Value(L"Room 5"));
+        item.Put(L"Body", Value(L"Bring numbers"));
+        item.Put(L"MeetingStatus", Value(1));
+        item.Put(L"RequiredAttendees", Value(L"Back Office; Warehouse"));
+        return item;
+    }
+    void SendRequest() const {
+        const Person organizer(Application(), kOrganizer);
+        NewMeeting().Call(L"Send");
+    }
+    /// What the attendee answers.
+    void SendAnswer(int response) const {
+        const Person attendee(Application(), kAttendee);
+        const Object appointment = attendee.Newest(kInbox).Child(L"GetAssociatedAppointment", {Value(true)});
+        appointment.Child(L"Respond", {Value(response), Value(true), Value(false)}).Call(L"Send");
+    }
+};
+
+TEST_F(MeetingTest, OthersThanTheOwnerOfTheProfileCanLogOn) {
+    const Person attendee(Application(), kAttendee);
+    EXPECT_EQ(attendee.NameSpace().Text(L"CurrentProfileName"), kAttendee);
+    const Object stores = attendee.NameSpace().Child(L"Folders");
+    ASSERT_EQ(stores.Number(L"Count"), 2);
+    EXPECT_EQ(stores.Child(L"Item", {Value(1)}).Text(L"Name"), kAttendee);
+    EXPECT_EQ(stores.Child(L"Item", {Value(2)}).Text(L"Name"), L"Public Folders");
+    EXPECT_EQ(attendee.NameSpace().Child(L"CurrentUser").Text(L"Name"), kAttendee);
+    for (const int folder : {kInbox, kOutbox, kSentItems, kCalendar, kTasks, kDeletedItems})
+        EXPECT_TRUE(attendee.Folder(folder).Text(L"FolderPath").starts_with(L"\\\\Back Office\\")) << folder;
+    EXPECT_EQ(attendee.Folder(kCalendar).Child(L"Items").Child(L"Add").Text(L"Organizer"), kAttendee);
+    attendee.NameSpace().Call(L"Logoff");
+    EXPECT_EQ(attendee.NameSpace().Text(L"CurrentProfileName"), kOrganizer)
+        << "the next logon is the usual one";
+}
+
+TEST_F(MeetingTest, ARequestGoesToAllAttendees) {
+    const Person organizer(Application(), kOrganizer);
+    const Object meeting = NewMeeting();
+    EXPECT_EQ(meeting.Number(L"ResponseStatus"), 1);
+    meeting.Call(L"Send");
+    EXPECT_EQ(meeting.Text(L"Subject"), L"Review") << "the appointment stays";
+    const Object sent = organizer.Newest(kSentItems);
+    EXPECT_EQ(sent.Text(L"MessageClass"), L"IPM.Schedule.Meeting.Request");
+    EXPECT_EQ(sent.Child(L"Recipients").Number(L"Count"), 2);
+    EXPECT_EQ(organizer.Count(kOutbox), 0);
+    const auto saved = Find(kCalendar, L"Review");
+    ASSERT_TRUE(saved);
+    EXPECT_EQ(NamedAs<bool>(*saved, kAppointmentSet, 0x8229, PT_BOOLEAN), true) << "invitations went out";
+    EXPECT_EQ(saved->Get<PR_OWNER_APPT_ID>(), 1);
+    const Object other = NewMeeting();
+    other.Put(L"Subject", Value(L"Other"));
+    other.Call(L"Send");
+    EXPECT_EQ(Find(kCalendar, L"Other")->Get<PR_OWNER_APPT_ID>(), 2);
+}
+
+TEST_F(MeetingTest, OnlyMeetingsOfOnesOwnWithKnownAttendeesAreSent) {
+    const Person organizer(Application(), kOrganizer);
+    const Object plain = NewMeeting();
+    plain.Put(L"MeetingStatus", Value(0));
+    EXPECT_EQ(plain.TryCall(L"Send").Status(), MAPI_E_NO_SUPPORT);
+    const Object lonely = NewMeeting();
+    lonely.Put(L"RequiredAttendees", Value(L""));
+    EXPECT_EQ(lonely.TryCall(L"Send").Status(), MAPI_E_NO_RECIPIENTS);
+    const Object unknown = NewMeeting();
+    unknown.Put(L"RequiredAttendees", Value(L"Service"));
+    EXPECT_EQ(unknown.TryCall(L"Send").Status(), E_FAIL) << "two people begin like that";
+    EXPECT_EQ(NewMeeting().TryCall(L"Respond", {Value(kAccepted)}).Status(), MAPI_E_NO_SUPPORT);
+    EXPECT_EQ(organizer.Count(kSentItems), 0);
+}
+
+TEST_F(MeetingTest, TheAttendeesAppointmentComesFromTheRequest) {
+    SendRequest();
+    const Person attendee(Application(), kAttendee);
+    const Object request = attendee.Newest(kInbox);
+    EXPECT_EQ(request.Number(L"Class"), 53);
+    EXPECT_EQ(request.Get(L"UnRead"), Value(true));
+    EXPECT_EQ(request.Text(L"SenderName"), L"Front Desk");
+    EXPECT_EQ(request.Get(L"IsLatestVersion"), Value(true));
+    const Object shown = request.Child(L"GetAssociatedAppointment", {Value(false)});
+    EXPECT_EQ(shown.Text(L"Subject"), L"Review");
+    EXPECT_EQ(attendee.Count(kCalendar), 0) << "only shown";
+
+    const Object appointment = request.Child(L"GetAssociatedAppointment", {Value(true)});
+    EXPECT_EQ(attendee.Count(kCalendar), 1);
+    EXPECT_EQ(appointment.Text(L"MessageClass"), L"IPM.Appointment");
+    EXPECT_EQ(appointment.Text(L"Location"), L"Room 5");
+    EXPECT_EQ(appointment.Text(L"Body"), L"Bring numbers");
+    EXPECT_EQ(Shown(appointment.Get(L"Start")), L"2026-03-02 09:00");
+    EXPECT_EQ(appointment.Number(L"Duration"), 60);
+    EXPECT_EQ(appointment.Text(L"Organizer"), L"Front Desk");
+    EXPECT_EQ(appointment.Text(L"RequiredAttendees"), L"Back Office; Warehouse");
+    EXPECT_EQ(appointment.Number(L"MeetingStatus"), 3);
+    EXPECT_EQ(appointment.Number(L"ResponseStatus"), kNotResponded);
+    EXPECT_EQ(appointment.Number(L"BusyStatus"), 1);
+    EXPECT_EQ(appointment.TryCall(L"Send").Status(), MAPI_E_NO_SUPPORT) << "it is another's meeting";
+    request.Child(L"GetAssociatedAppointment", {Value(true)});
+    EXPECT_EQ(attendee.Count(kCalendar), 1) << "the same one again";
+}
+
+TEST_F(MeetingTest, AnswersReachTheOrganizersAppointment) {
+    struct Row {
+        int response, objectClass;
+        const wchar_t* subject;
+        int busy;
+    };
+    const Row rows[] = {{2, 57, L"Tentative: Review", 1},
+                        {kAccepted, 56, L"Accepted: Review", 2},
+                        {4, 55, L"Declined: Review", 0}};
+    for (const Row& row : rows) {
+        Outlook().Reset();
+        SendRequest();
+        SendAnswer(row.response);
+        {
+            const Person attendee(Application(), kAttendee);
+            const Object appointment = attendee.Newest(kCalendar);
+            EXPECT_EQ(appointment.Number(L"ResponseStatus"), row.response);
+            EXPECT_EQ(appointment.Number(L"BusyStatus"), row.busy) << row.response;
+            EXPECT_NE(Shown(appointment.Get(L"ReplyTime")), L"none");
+        }
+        const Person organizer(Application(), kOrganizer);
+        const Object answer = organizer.Newest(kInbox);
+        EXPECT_EQ(answer.Number(L"Class"), row.objectClass);
+        EXPECT_EQ(answer.Text(L"Subject"), row.subject);
+        const Object appointment = answer.Child(L"GetAssociatedAppointment", {Value(false)});
+        EXPECT_EQ(appointment.Number(L"ResponseStatus"), 1) << "the organizer's own";
+        const Object recipients = appointment.Child(L"Recipients");
+        EXPECT_EQ(recipients.Child(L"Item", {Value(L"Back Office")}).Number(L"MeetingResponseStatus"),
+                  row.response);
+        EXPECT_EQ(recipients.Child(L"Item", {Value(L"Warehouse")}).Number(L"MeetingResponseStatus"), 0);
+        const auto saved = Find(kCalendar, L"Review");
+        ASSERT_TRUE(saved);
+        EXPECT_EQ(saved->Current().recipients[0].GetOr<mailbox::kPrRecipientTrackStatus>(0), row.response);
+    }
+}
+
+TEST_F(MeetingTest, OnlyTheThreeAnswersThereAreAreTaken) {
+    SendRequest();
+    const Person attendee(Application(), kAttendee);
+    const Object appointment = attendee.Newest(kInbox).Child(L"GetAssociatedAppointment", {Value(true)});
+    for (const int response : {0, 1, 5, -1})
+        EXPECT_EQ(appointment.TryCall(L"Respond", {Value(response), Value(true)}).Status(), E_INVALIDARG)
+            << response;
+    EXPECT_EQ(appointment.TryCall(L"Respond", {Value(kAccepted), Value(false), Value(true)}).Status(),
+              E_NOTIMPL)
+        << "nobody is there to be asked";
+    EXPECT_EQ(appointment.Number(L"ResponseStatus"), kNotResponded);
+}
+
+TEST_F(MeetingTest, UpdatesAndCancellationsReachTheAttendee) {
+    SendRequest();
+    SendAnswer(kAccepted);
+    {
+        const Person organizer(Application(), kOrganizer);
+        const Object meeting = organizer.Newest(kCalendar);
+        meeting.Put(L"Start", At(2026, 3, 3, 11));
+        meeting.Call(L"Send");
+    }
+    {
+        const Person attendee(Application(), kAttendee);
+        ASSERT_EQ(attendee.Count(kInbox), 2);
+        const Object first = attendee.Folder(kInbox).Child(L"Items").Child(L"GetFirst");
+        const Object update = attendee.Newest(kInbox);
+        const Object appointment = update.Child(L"GetAssociatedAppointment", {Value(true)});
+        EXPECT_EQ(Shown(appointment.Get(L"Start")), L"2026-03-03 11:00");
+        EXPECT_EQ(appointment.Number(L"ResponseStatus"), kNotResponded) << "another time is another question";
+        EXPECT_EQ(attendee.Count(kCalendar), 1);
+        EXPECT_EQ(first.Get(L"IsLatestVersion"), Value(false));
+        EXPECT_EQ(update.Get(L"IsLatestVersion"), Value(true));
+        first.Child(L"GetAssociatedAppointment", {Value(true)});
+        EXPECT_EQ(Shown(attendee.Newest(kCalendar).Get(L"Start")), L"2026-03-03 11:00")
+            << "what is old changes nothing";
+    }
+    {
+        const Person organizer(Application(), kOrganizer);
+        const Object meeting = organizer.Newest(kCalendar);
+        meeting.Put(L"MeetingStatus", Value(5));
+        meeting.Call(L"Send");
+    }
+    const Person attendee(Application(), kAttendee);
+    const Object cancellation = attendee.Newest(kInbox);
+    EXPECT_EQ(cancellation.Number(L"Class"), 54);
+    EXPECT_EQ(cancellation.Text(L"Subject"), L"Canceled: Review");
+    const Object appointment = cancellation.Child(L"GetAssociatedAppointment", {Value(false)});
+    EXPECT_EQ(appointment.Number(L"MeetingStatus"), 7);
+    EXPECT_EQ(appointment.Number(L"BusyStatus"), 0);
+    EXPECT_EQ(appointment.TryCall(L"Respond", {Value(kAccepted), Value(true)}).Status(), MAPI_E_NO_SUPPORT);
+}
+
+TEST_F(MeetingTest, SeriesOfMeetingsStaySeries) {
+    {
+        const Person organizer(Application(), kOrganizer);
+        const Object meeting = NewMeeting();
+        meeting.Child(L"GetRecurrencePattern").Put(L"Occurrences", Value(4));
+        meeting.Call(L"Send");
+    }
+    const Person attendee(Application(), kAttendee);
+    const Object appointment = attendee.Newest(kInbox).Child(L"GetAssociatedAppointment", {Value(true)});
+    EXPECT_EQ(appointment.Number(L"RecurrenceState"), 1);
+    EXPECT_EQ(appointment.Child(L"GetRecurrencePattern").Number(L"Occurrences"), 4);
+}
+
+TEST_F(MeetingTest, MessagesAboutNoMeetingOfTheUsersGiveNothing) {
+    SendRequest();
+    SendAnswer(kAccepted);
+    const Person organizer(Application(), kOrganizer);
+    organizer.Newest(kCalendar).Call(L"Delete");
+    const Answer answer = organizer.Newest(kInbox).TryCall(L"GetAssociatedAppointment", {Value(false)});
+    EXPECT_EQ(answer.Status(), S_OK);
+    EXPECT_FALSE(Object(answer.value));
+    const Object forward = organizer.Newest(kSentItems).Child(L"Forward");
+    EXPECT_EQ(forward.Text(L"MessageClass"), L"IPM.Schedule.Meeting.Request")
+        << "a request is passed on as one";
+    EXPECT_EQ(forward.Child(L"Recipients").Number(L"Count"), 0);
+}
+
+} // namespace
+} // namespace outlook_tests
