@@ -3,6 +3,8 @@
 
 #include "standin/mailbox/Tags.h"
 
+#include <filesystem>
+
 namespace outlook_tests {
 namespace {
 
@@ -202,6 +204,35 @@ TEST_F(MeetingTest, UpdatesAndCancellationsReachTheAttendee) {
     EXPECT_EQ(appointment.Number(L"MeetingStatus"), 7);
     EXPECT_EQ(appointment.Number(L"BusyStatus"), 0);
     EXPECT_EQ(appointment.TryCall(L"Respond", {Value(kAccepted), Value(true)}).Status(), MAPI_E_NO_SUPPORT);
+}
+
+/// Two runs on one mailbox folder, each logged on as another.
+TEST_F(MeetingTest, ASecondRunIsTheOtherSide) {
+    const std::filesystem::path folder =
+        std::filesystem::temp_directory_path() / (L"meeting-" + std::to_wstring(GetCurrentProcessId()));
+    std::filesystem::remove_all(folder);
+    ASSERT_TRUE(Outlook().OpenMailbox(folder.wstring()).ok);
+    SendRequest();
+    ASSERT_TRUE(Outlook().OpenMailbox(folder.wstring()).ok);
+    SendAnswer(kAccepted);
+    const auto report = Outlook().OpenMailbox(folder.wstring());
+    ASSERT_TRUE(report.ok) << report.error;
+    {
+        const Object nameSpace = Application().Child(L"GetNamespace", {Value(L"MAPI")});
+        EXPECT_EQ(nameSpace.Text(L"CurrentProfileName"), kOrganizer)
+            << "the folder's own profile is as it was";
+        EXPECT_EQ(nameSpace.Child(L"Folders").Number(L"Count"), 3);
+    }
+    {
+        const Person organizer(Application(), kOrganizer);
+        const Object appointment =
+            organizer.Newest(kInbox).Child(L"GetAssociatedAppointment", {Value(false)});
+        EXPECT_EQ(
+            appointment.Child(L"Recipients").Child(L"Item", {Value(1)}).Number(L"MeetingResponseStatus"),
+            kAccepted);
+    }
+    Outlook().Reset();
+    std::filesystem::remove_all(folder);
 }
 
 TEST_F(MeetingTest, SeriesOfMeetingsStaySeries) {
