@@ -38,8 +38,10 @@ LRESULT CALLBACK MouseProcedure(int code, WPARAM wParam, LPARAM lParam) {
 
 InputHooks::InputHooks() {
     const DWORD thread = GetCurrentThreadId();
-    // "KeyBoard" names no module, so that none is passed: the hook is the thread's own.
-    g_keyboardHook = SetWindowsHookExW(WH_KEYBOARD, KeyboardProcedure, GetModuleHandleW(L"KeyBoard"), thread);
+    // Names no module, so that none is passed: the hook is the thread's own. The system looks far for such a
+    // name, so it is asked once.
+    static const HMODULE keyboardModule = GetModuleHandleW(L"KeyBoard");
+    g_keyboardHook = SetWindowsHookExW(WH_KEYBOARD, KeyboardProcedure, keyboardModule, thread);
     g_mouseHook = SetWindowsHookExW(WH_MOUSE, MouseProcedure, ModuleHandle(), thread);
 }
 

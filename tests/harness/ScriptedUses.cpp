@@ -206,7 +206,22 @@ void FillWorld(Mailbox& world) {
     AddFullMail(world, L"Second");
 }
 
+namespace {
+
+/// What earlier runs left would make each run longer than the one before it.
+void Empty(Plugin& plugin, const wchar_t* folderName) {
+    auto& folder = FolderAt(plugin.World(), L"Front Desk", folderName);
+    while (!folder.Messages().empty()) {
+        folder.RemoveMessage(*folder.Messages().back()->shared_from_this());
+    }
+}
+
+} // namespace
+
 void Arrange(Plugin& plugin, Standing standing) {
+    Empty(plugin, L"Deleted Items");
+    Empty(plugin, L"Inbox");
+    FillWorld(plugin.World());
     if (standing == Standing::Nothing) {
         return;
     }

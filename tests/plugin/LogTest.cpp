@@ -70,12 +70,13 @@ TEST_F(LogTest, TheDefaultFileLiesBelowTheDesktop) {
     wchar_t previous[MAX_PATH];
     GetCurrentDirectoryW(MAX_PATH, previous);
     Call(L"VARD_LogSet", {L"true"});
+    Call(L"VARD_LogClear"); // of what earlier logs have left
     wchar_t folder[MAX_PATH];
     GetCurrentDirectoryW(MAX_PATH, folder);
     SetCurrentDirectoryW(previous);
     const std::wstring file = std::wstring(folder) + L"\\LogFile.txt";
     EXPECT_TRUE(std::wstring(folder).ends_with(L"\\TEMBO\\VARDENBRIDGE")) << testing::PrintToString(folder);
-    EXPECT_EQ(Lines(file), Expected{">******** Session Started ********"});
+    EXPECT_EQ(Lines(file), Expected{">***** CONTENT CLEARED ******"});
     Call(L"VARD_LogSet", {L"false"});
     DeleteFileW(file.c_str());
 }

@@ -5,6 +5,7 @@
 #include "standin/mailbox/Platform.h"
 #include "standin/mapi/Views.h"
 #include "standin/outlook/automation/Failure.h"
+#include "standin/watch/Watch.h"
 #include "standin/outlook/items/KnownNames.h"
 
 #include <cstdio>
@@ -31,7 +32,32 @@ std::wstring EnvironmentText(const wchar_t* name) {
     return text;
 }
 
+/// Watches the calls of a client that is no host of these libraries, a script engine say, as it asks for by the
+/// environment. At the end of the process the counts go into a file.
+class EnvironmentWatch {
+public:
+    EnvironmentWatch() : m_countsFile(EnvironmentText(L"VARDEN_COUNTS")) {
+        m_recorder.SetRoundTrip(_wtof(EnvironmentText(L"VARDEN_ROUND_TRIP").c_str()));
+        SetCurrentWatch(&m_recorder);
+    }
+    ~EnvironmentWatch() {
+        SetCurrentWatch(nullptr);
+        if (std::FILE* file = m_countsFile.empty() ? nullptr : _wfopen(m_countsFile.c_str(), L"w")) {
+            std::fprintf(file, "%llu\n", m_recorder.Calls(Side::Outlook) + m_recorder.Calls(Side::Mapi));
+            std::fclose(file);
+        }
+    }
+    EnvironmentWatch(const EnvironmentWatch&) = delete;
+    EnvironmentWatch& operator=(const EnvironmentWatch&) = delete;
+
+private:
+    std::wstring m_countsFile;
+    Recorder m_recorder;
+};
+
 std::unique_ptr<mailbox::Mailbox> WorldOfEnvironment() {
+    static const EnvironmentWatch watch;
+
     const std::wstring folder = EnvironmentText(L"VARDEN_MAILBOX");
     if (folder.empty())
         return mailbox::MakeSampleWorld();
