@@ -17,7 +17,7 @@ mailbox::SysTime AddMinutes(mailbox::SysTime time, std::int64_t minutes);
 
 /// Nothing for a message without a start or an end.
 std::optional<Span> ReadSpan(const mailbox::MessageProperties& message);
-/// Writes all that says when the appointment is ([MS-OXOCAL] 2.2.1.5 to 2.2.1.8, 2.2.1.29, 2.2.1.30), and
+/// Writes all that says when the appointment is ([MS-OXOCAL] 2.2.1.5 to 2.2.1.7, 2.2.1.30, 2.2.1.31), and
 /// when its reminder comes up. What a series is clipped to stays.
 void WriteSpan(mailbox::OpenMessage& message, const Span& span);
 

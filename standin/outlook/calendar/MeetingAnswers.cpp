@@ -119,8 +119,28 @@ Content ContentFor(const OpenMessage& request, mailbox::NamedProperties& names) 
     return content;
 }
 
+/// In the appointment of whoever is asked the organizer is the first of the recipients
+/// ([MS-OXOCAL] 2.2.4.10.1).
+void PutOrganizerFirst(OpenMessage& appointment) {
+    constexpr std::int32_t kSendable = 1, kIsOrganizer = 2;
+    const auto organizer = ReadPerson(appointment, kSentRepresentingTags);
+    const bool isThere = std::ranges::any_of(appointment.Recipients(), [](const mailbox::PropertyBag& row) {
+        return row.GetOr<mailbox::kPrRecipientFlags>(0) & kIsOrganizer;
+    });
+    if (!organizer || isThere)
+        return;
+    mailbox::PropertyBag row = organizer->RecipientProperties();
+    row.Set<PR_RECIPIENT_TYPE>(MAPI_TO);
+    row.Set<mailbox::kPrRecipientFlags>(kSendable | kIsOrganizer);
+    Check(appointment.AddRecipient(std::move(row)));
+    Content* content = nullptr;
+    Check(appointment.EditContent(content));
+    std::ranges::rotate(content->recipients, content->recipients.end() - 1);
+}
+
 /// Whoever is asked has not answered yet, and counts as perhaps there.
 void MarkAsAsked(OpenMessage& appointment) {
+    PutOrganizerFirst(appointment);
     WriteValue(appointment, kStateFlags, kIsMeeting | kIsReceived);
     WriteValue(appointment, kResponseStatus, kNotResponded);
     if (!ReadValue(appointment, kIntendedBusyStatus))

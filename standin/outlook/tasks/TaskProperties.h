@@ -45,7 +45,7 @@ inline constexpr std::int32_t kNewTask = 0, kAssignersCopy = 1, kAssigneesCopy =
 // OlTaskDelegationState.
 inline constexpr std::int32_t kNotDelegated = 0, kUnknown = 1, kAcceptedByAssignee = 2,
                               kDeclinedByAssignee = 3;
-// PidLidTaskMode ([MS-OXOTASK] 2.2.3.1); the first four are OlTaskResponse's too.
+// PidLidTaskMode ([MS-OXOTASK] 2.2.3.2); the first four are OlTaskResponse's too.
 inline constexpr std::int32_t kSimple = 0, kRequested = 1, kAccept = 2, kDecline = 3;
 // PidLidTaskState.
 inline constexpr std::int32_t kStateOwn = 1, kStateAssignee = 2, kStateAssigner = 3, kStateRejected = 4;

@@ -108,7 +108,11 @@ TEST_F(MeetingTest, TheAttendeesAppointmentComesFromTheRequest) {
     EXPECT_EQ(Shown(appointment.Get(L"Start")), L"2026-03-02 09:00");
     EXPECT_EQ(appointment.Number(L"Duration"), 60);
     EXPECT_EQ(appointment.Text(L"Organizer"), L"Front Desk");
-    EXPECT_EQ(appointment.Text(L"RequiredAttendees"), L"Back Office; Warehouse");
+    EXPECT_EQ(appointment.Text(L"RequiredAttendees"), L"Front Desk; Back Office; Warehouse")
+        << "who asked comes first";
+    const auto saved = World().FindMailbox(kAttendee)->SpecialFolder(kCalendar)->Messages();
+    EXPECT_EQ(saved.at(0)->Current().recipients.at(0).GetOr<mailbox::kPrRecipientFlags>(0), 3)
+        << "the organizer";
     EXPECT_EQ(appointment.Number(L"MeetingStatus"), 3);
     EXPECT_EQ(appointment.Number(L"ResponseStatus"), kNotResponded);
     EXPECT_EQ(appointment.Number(L"BusyStatus"), 1);
