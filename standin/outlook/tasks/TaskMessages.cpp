@@ -99,8 +99,9 @@ void TakeUpdate(OpenMessage& task, const OpenMessage& update) {
     if (!embedded)
         return;
     const Content content = mailbox::RemapContent(*embedded, update.Names(), task.Names());
-    for (const StoredProperty* stored : {&kStatus, &kFractionDone, &kComplete, &kActualEffort, &kEstimatedEffort,
-                                         &kTaskStartDate, &kTaskDueDate, &kTaskDateCompleted})
+    for (const StoredProperty* stored :
+         {&kStatus, &kFractionDone, &kComplete, &kActualEffort, &kEstimatedEffort, &kTaskStartDate,
+          &kTaskDueDate, &kTaskDateCompleted})
         if (const mailbox::Value* value = content.properties.Find(TagOf(task, *stored, true)))
             WriteValue(task, *stored, *value);
     WriteValue(task, kHistory, kHistoryChanged);
