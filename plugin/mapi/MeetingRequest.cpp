@@ -62,6 +62,22 @@ std::optional<std::wstring> TextOf(IMAPIProp& object, ULONG textTag) {
     return value->Value.lpszW ? std::wstring(value->Value.lpszW) : std::wstring();
 }
 
+/// The number before; the range of 32 bits has no end.
+long Below(long number) {
+    return static_cast<long>(static_cast<std::uint32_t>(number) - 1);
+}
+
+/// One property of the store. A property that it lacks is a failure, with the status that stands for it.
+HRESULT GetStoreProperty(IMsgStore& store, ULONG storeTag, mapi::Block<SPropValue>& value) {
+    SizedSPropTagArray(1, tags) = {1, {storeTag}};
+    ULONG count = 0;
+    HRESULT status = store.GetProps(reinterpret_cast<LPSPropTagArray>(&tags), 0, &count, value.Out());
+    if (status == MAPI_W_ERRORS_RETURNED) {
+        status = value->Value.err;
+    }
+    return FAILED(status) ? FailStep(status, L"Unable to access store properties") : status;
+}
+
 /// The tag of a field by the catalogue, with the type that it is written with.
 ULONG TypedTag(const wchar_t* fieldName, ULONG type, IMessage& message) {
     ULONG found = 0;
@@ -121,10 +137,10 @@ void SetFinalProperties(IMessage& message, long status) {
         properties[i].ulPropTag = CHANGE_PROP_TYPE(tags[i], types[i]);
         properties[i].Value.l = values[i];
     }
-    if (const HRESULT status2 =
+    if (const HRESULT written =
             message.SetProps(static_cast<ULONG>(properties.size()), properties.data(), nullptr);
-        FAILED(status2)) {
-        LogLine(mapi_HResultName(status2));
+        FAILED(written)) {
+        LogLine(mapi_HResultName(written));
     }
 }
 
@@ -139,13 +155,10 @@ HRESULT COutlookFuncs::mapi_PrepareMeetingProps(IMessage* message, IMsgStore*) {
 HRESULT COutlookFuncs::mapi_OpenFolderFromStoreProp(mapi::Pointer<IMAPIFolder>& folder, ULONG folderTag,
                                                     IMsgStore* store) {
     const LoggedOperation log(L"mapi_OpenFolderFromStoreProp");
-    SizedSPropTagArray(1, tags) = {1, {folderTag}};
-    ULONG count = 0;
     mapi::Block<SPropValue> entryId;
-    HRESULT status =
-        mapi::Present(store).GetProps(reinterpret_cast<LPSPropTagArray>(&tags), 0, &count, entryId.Out());
-    if (status != S_OK) {
-        return FailStep(status, L"Unable to access store properties");
+    HRESULT status = GetStoreProperty(mapi::Present(store), folderTag, entryId);
+    if (FAILED(status)) {
+        return status;
     }
     ULONG objectType = 0;
     status = store->OpenEntry(entryId->Value.bin.cb, reinterpret_cast<LPENTRYID>(entryId->Value.bin.lpb),
@@ -192,13 +205,13 @@ HRESULT COutlookFuncs::mapi_NextOwnerApptId(long& id, IMAPIFolder* folder) {
         return status;
     }
     for (std::optional<long> row = next(); row; row = next()) {
-        if (*previous > *row + 1) {
-            id = *row - 1;
+        if (std::int64_t{*previous} > std::int64_t{*row} + 1) {
+            id = Below(*row);
             return status;
         }
         previous = row;
     }
-    id = *previous - 1;
+    id = Below(*previous);
     return status;
 }
 
@@ -212,12 +225,7 @@ HRESULT COutlookFuncs::mapi_SendMeeting(IMessage* appointment, IMsgStore* store)
             return status;
         }
     }
-    if (const auto subject = TextOf(meeting, tag::kSubject)) {
-        SPropValue topic{};
-        topic.ulPropTag = tag::kConversationTopic;
-        topic.Value.lpszW = const_cast<LPWSTR>(subject->c_str());
-        meeting.SetProps(1, &topic, nullptr);
-    }
+    NameTopic(meeting);
     mapi::Pointer<IMessage> message;
     if (const HRESULT status = CreateInOutbox(message, store); FAILED(status)) {
         return status;
@@ -243,6 +251,17 @@ HRESULT COutlookFuncs::mapi_SendMeeting(IMessage* appointment, IMsgStore* store)
         }
     }
     return mapi_FinishMeetingMessage(message.Required(), isUpdate);
+}
+
+/// The meeting's conversation bears its subject, or no text where it has none.
+void COutlookFuncs::NameTopic(IMessage& meeting) {
+    mapi::PropertyBlock subject;
+    mapi_GetOneProp(tag::kSubject, subject, &meeting);
+    const std::wstring text = subject.AsText();
+    SPropValue topic{};
+    topic.ulPropTag = tag::kConversationTopic;
+    topic.Value.lpszW = const_cast<LPWSTR>(text.c_str());
+    meeting.SetProps(1, &topic, nullptr);
 }
 
 /// Gives the meeting its owner's number and saves it with it.
@@ -276,13 +295,10 @@ HRESULT COutlookFuncs::CreateInOutbox(mapi::Pointer<IMessage>& message, IMsgStor
 
 /// Tells the message where its sent copy belongs.
 HRESULT COutlookFuncs::PointAtSentItems(IMessage& message, IMsgStore* store) {
-    SizedSPropTagArray(1, tags) = {1, {tag::kIpmSentmailEntryId}};
-    ULONG count = 0;
     mapi::Block<SPropValue> sentItems;
-    const HRESULT status =
-        mapi::Present(store).GetProps(reinterpret_cast<LPSPropTagArray>(&tags), 0, &count, sentItems.Out());
-    if (status != S_OK) {
-        return FailStep(status, L"Unable to access store properties");
+    if (const HRESULT status = GetStoreProperty(mapi::Present(store), tag::kIpmSentmailEntryId, sentItems);
+        FAILED(status)) {
+        return status;
     }
     SPropValue target = *sentItems;
     target.ulPropTag = tag::kSentmailEntryId;

@@ -134,6 +134,7 @@ HRESULT COutlookFuncs::SendResponse(const mapi::Pointer<IMessage>& entry, IMsgSt
     }
     response->SaveChanges(KEEP_OPEN_READWRITE);
     entry->SaveChanges(KEEP_OPEN_READWRITE);
+    NoteFolder(entry.Required());
     response->SaveChanges(KEEP_OPEN_READWRITE);
     status = PointAtSentItems(response.Required(), store);
     if (FAILED(status)) {
@@ -158,6 +159,15 @@ HRESULT COutlookFuncs::SendResponse(const mapi::Pointer<IMessage>& entry, IMsgSt
     status = mapi_RebindAcceptedMeeting(entry.Required());
     m_lMeetingResponse = 0;
     return status;
+}
+
+/// The entry learns the name of the current folder where the folder object no longer answers by the name that
+/// scripts are told. The tag stands as a number of its own: it isn't looked up by a name.
+void COutlookFuncs::NoteFolder(IMessage& entry) {
+    constexpr ULONG folderName = 0x803E001F;
+    if (const std::wstring name = GetCurrentFolderName(); name != m_objCurrentFolder.Name()) {
+        SetText(entry, folderName, name);
+    }
 }
 
 HRESULT COutlookFuncs::mapi_CopyMeetingToCalendar(IMessage& meeting, IMsgStore* store,

@@ -354,12 +354,14 @@ private:
 
     // Meetings
 
+    void NameTopic(IMessage& meeting);
     HRESULT NumberMeeting(IMessage& meeting);
     HRESULT CreateInOutbox(mapi::Pointer<IMessage>& message, IMsgStore* store);
     HRESULT PointAtSentItems(IMessage& message, IMsgStore* store);
     HRESULT WriteHeading(IMessage& message, const std::wstring& prefix, const std::wstring& subject,
                          const std::wstring& messageClass);
     HRESULT SendResponse(const mapi::Pointer<IMessage>& entry, IMsgStore* store);
+    void NoteFolder(IMessage& entry);
 
     // Recurrence
 
