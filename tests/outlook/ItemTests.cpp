@@ -181,7 +181,9 @@ TEST_F(ItemTest, DeletedItemsGoToDeletedItemsFirst) {
     const Object deleted = DefaultFolder(kDeletedItems);
     const Object item = AddItem(inbox, L"Old");
     item.Call(L"Delete");
-    EXPECT_EQ(item.TryGet(L"Subject").Status(), MAPI_E_OBJECT_DELETED);
+    EXPECT_EQ(item.Text(L"Subject"), L"Old") << "in memory";
+    for (const wchar_t* method : {L"Save", L"Delete"})
+        EXPECT_EQ(item.TryCall(method).Status(), MAPI_E_OBJECT_DELETED);
     EXPECT_EQ(inbox.Child(L"Items").Number(L"Count"), 0);
     ASSERT_EQ(deleted.Child(L"Items").Number(L"Count"), 1);
     deleted.Child(L"Items").Child(L"GetFirst").Call(L"Delete");

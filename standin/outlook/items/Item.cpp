@@ -73,12 +73,22 @@ std::wstring ItemObject::EntryId() const {
 }
 
 void ItemObject::Delete() {
-    if (const std::shared_ptr<mailbox::Message> saved = Message().Saved())
-        DeleteMessage(*saved);
-    LetGo();
+    RefuseDeleted();
+    const std::shared_ptr<mailbox::Message> saved = Message().Saved();
+    if (!saved)
+        return LetGo();
+    DeleteMessage(*saved);
+    CloseWindow();
+    m_isDeleted = true;
+}
+
+void ItemObject::RefuseDeleted() const {
+    if (m_isDeleted)
+        throw Failure(MAPI_E_OBJECT_DELETED);
 }
 
 void ItemObject::Save() {
+    RefuseDeleted();
     mailbox::OpenMessage& message = Message();
     if (message.IsChanged() || message.IsNew())
         Complete();

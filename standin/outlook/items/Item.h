@@ -38,8 +38,12 @@ public:
     std::optional<mailbox::SysTime> timerStart;
 
 private:
+    /// Raises MAPI_E_OBJECT_DELETED.
+    void RefuseDeleted() const;
+
     const ItemKind& m_itemKind;
     std::shared_ptr<mailbox::OpenMessage> m_message;
+    bool m_isDeleted = false;
     ItemWindow m_window;
 };
 

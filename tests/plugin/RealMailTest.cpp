@@ -1,0 +1,171 @@
+// Mail that real Outlook wrote, in a mailbox folder, walked by scripts; and the same mailbox read by a
+// VBScript, a client that is none of ours.
+#include "ScriptTest.h"
+#include "tests/mailbox/Json.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+namespace varden::tests {
+namespace {
+
+using standin::mailbox::test::Json;
+namespace fs = std::filesystem;
+
+std::wstring FromUtf8(const std::string& text) {
+    std::wstring wide(text.size(), L'\0');
+    wide.resize(static_cast<std::size_t>(MultiByteToWideChar(
+        CP_UTF8, 0, text.data(), static_cast<int>(text.size()), wide.data(), static_cast<int>(wide.size()))));
+    return wide;
+}
+
+std::vector<std::wstring> LinesOf(const fs::path& file) {
+    std::ifstream in(file, std::ios::binary);
+    std::vector<std::wstring> lines;
+    for (std::string line; std::getline(in, line);) {
+        line.erase(std::remove(line.begin(), line.end(), '\r'), line.end());
+        lines.push_back(FromUtf8(line));
+    }
+    return lines;
+}
+
+class RealMailTest : public ScriptTest {
+protected:
+    RealMailTest()
+        : m_folder(fs::temp_directory_path() / (L"real-mail-" + std::to_wstring(GetCurrentProcessId()))) {
+        fs::remove_all(m_folder);
+    }
+    ~RealMailTest() override {
+        std::error_code ignored;
+        fs::remove_all(m_folder, ignored);
+    }
+
+    fs::path Inbox() const { return m_folder / L"Front Desk" / L"Inbox"; }
+    fs::path MailboxFolder() const { return m_folder; }
+    void OpenMailbox() { ASSERT_TRUE(Outlook().OpenMailbox(m_folder.wstring()).ok); }
+    std::wstring Get(const wchar_t* field) { return Call(L"VARD_GetFieldData", {field}); }
+
+private:
+    fs::path m_folder;
+};
+
+/// The addresses of one kind of recipient.
+std::wstring Addresses(const Json& facts, const wchar_t* type) {
+    std::wstring text;
+    for (const Json& recipient : facts.Items(L"recipients")) {
+        if (recipient.Has(L"type") && recipient.Text(L"type") == type) {
+            text += recipient.Text(L"email") + L"\n";
+        }
+    }
+    return text;
+}
+
+TEST_F(RealMailTest, IsWalkedWithItsClassSubjectSenderAndRecipients) {
+    const fs::path source = RepositoryPath(L"../shared/msg");
+    if (!fs::exists(source)) {
+        GTEST_SKIP() << "the folder of real MSG files is missing";
+    }
+    OpenMailbox();
+    std::map<std::wstring, Json> mails; // by file
+    for (const std::wstring& line : LinesOf(source / L"facts.jsonl")) {
+        Json facts = standin::mailbox::test::ParseJson(line);
+        if (facts.Text(L"messageClass") == L"IPM.Note" && !facts.Text(L"file").starts_with(L"damaged")) {
+            const fs::path copy = Inbox() / facts.Text(L"file");
+            fs::copy_file(source / facts.Text(L"file"), copy);
+            fs::permissions(copy, fs::perms::owner_write, fs::perm_options::add);
+            mails.emplace(facts.Text(L"file"), std::move(facts));
+        }
+    }
+    OpenMailbox();
+    LogOn();
+    ASSERT_EQ(Call(L"VARD_OpenFolder", {L"/Inbox"}), L"0");
+    EXPECT_EQ(Call(L"VARD_GetRecordCount"), std::to_wstring(mails.size()));
+    std::size_t walked = 0;
+    for (std::wstring id = Call(L"VARD_GetFirstRecord"); id != L"End"; id = Call(L"VARD_GetNextRecord")) {
+        ASSERT_NE(id, kError) << testing::PrintToString(LastErrorText());
+        ASSERT_LT(walked++, mails.size());
+        EXPECT_EQ(Get(L"Message Class"), L"IPM.Note");
+        const std::wstring subject = Get(L"Subject"), sender = Get(L"Sender Email Address");
+        const auto found = std::ranges::find_if(mails, [&](const auto& mail) {
+            const Json& facts = mail.second;
+            const std::wstring address = facts.Has(L"senderEmail") ? facts.Text(L"senderEmail") : L"";
+            // The field comes without its last character.
+            const std::wstring shown = address.substr(0, address.empty() ? 0 : address.size() - 1);
+            return (facts.Has(L"subject") ? facts.Text(L"subject") : L"") == subject &&
+                   _wcsicmp(shown.c_str(), sender.c_str()) == 0;
+        });
+        if (found == mails.end()) {
+            ADD_FAILURE() << testing::PrintToString(subject) << " from " << testing::PrintToString(sender);
+            continue;
+        }
+        std::wstring to = Get(L"To");
+        std::ranges::replace(to, L';', L'\n');
+        for (std::wistringstream expected(Addresses(found->second, L"to")); expected;) {
+            std::wstring address;
+            std::getline(expected, address);
+            std::wstring lower = to;
+            std::ranges::transform(lower, lower.begin(), towlower);
+            std::ranges::transform(address, address.begin(), towlower);
+            // Of an address in an Exchange directory the SMTP form is shown.
+            EXPECT_NE(lower.find(address.starts_with(L'/') ? L"@" : address), lower.npos)
+                << testing::PrintToString(address) << " in " << testing::PrintToString(to);
+        }
+    }
+    EXPECT_EQ(walked, mails.size());
+}
+
+/// Runs a VBScript on the mailbox folder; gives the lines that it printed.
+std::vector<std::wstring> RunScript(const fs::path& folder, const char* script) {
+    const fs::path file = folder.wstring() + L".vbs", output = folder.wstring() + L".txt";
+    std::ofstream(file) << script;
+    SetEnvironmentVariableW(L"VARDEN_MAILBOX", folder.c_str());
+    std::wstring line = L"cmd /c cscript //nologo " + file.wstring() + L" > " + output.wstring() + L" 2>&1";
+    STARTUPINFOW startup{};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION process{};
+    if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
+                        &process)) {
+        throw std::runtime_error("the script host can't be started");
+    }
+    WaitForSingleObject(process.hProcess, 60'000);
+    CloseHandle(process.hThread);
+    CloseHandle(process.hProcess);
+    SetEnvironmentVariableW(L"VARDEN_MAILBOX", nullptr);
+    std::vector<std::wstring> lines = LinesOf(output);
+    fs::remove(file);
+    fs::remove(output);
+    return lines;
+}
+
+TEST_F(RealMailTest, AScriptEngineReadsTheSameValues) {
+    OpenMailbox();
+    for (const wchar_t* subject : {L"First", L"Second", L"Third"}) {
+        MessageToAdd mail{.subject = subject, .body = L"Text of it"};
+        mail.more.Set<PR_IMPORTANCE>(2);
+        mail.more.Set<PR_SENDER_EMAIL_ADDRESS_W>(L"service.north@example.com ");
+        mail.more.Set<PR_DISPLAY_TO_W>(L"Front Desk");
+        AddMessage(FolderAt(World(), L"Front Desk", L"Inbox"), mail);
+    }
+    LogOn();
+    ASSERT_EQ(Call(L"VARD_OpenFolder", {L"/Inbox"}), L"0");
+    std::vector<std::wstring> expected;
+    for (std::wstring id = Call(L"VARD_GetFirstRecord"); id != L"End"; id = Call(L"VARD_GetNextRecord")) {
+        ASSERT_NE(id, kError);
+        expected.push_back(id + L"|" + Get(L"Subject") + L"|" + Get(L"Sender Email Address") + L"|" +
+                           (Get(L"Importance") == L"High" ? L"2" : L"?") + L"|" + Get(L"Body"));
+    }
+    ASSERT_EQ(expected.size(), 3u);
+    EXPECT_EQ(RunScript(MailboxFolder(), R"(
+        Set session = CreateObject("Outlook.Application").GetNamespace("MAPI")
+        session.Logon "Outlook"
+        For Each mail In session.GetDefaultFolder(6).Items
+            WScript.Echo mail.EntryID & "|" & mail.Subject & "|" & RTrim(mail.SenderEmailAddress) & "|" & mail.Importance & "|" & mail.Body
+        Next
+    )"),
+              expected);
+}
+
+} // namespace
+} // namespace varden::tests
