@@ -39,12 +39,13 @@ void RunUntilClosed(HWND window) {
 void ItemWindow::Show(const std::wstring& title, const std::wstring& text, bool modal) {
     Close();
     RegisterWindowClass();
-    m_window = CreateWindowExW(0, kClassName, title.c_str(), WS_OVERLAPPEDWINDOW, CW_USEDEFAULT, CW_USEDEFAULT,
-                               CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr, ThisModule(), nullptr);
+    m_window =
+        CreateWindowExW(0, kClassName, title.c_str(), WS_OVERLAPPEDWINDOW, CW_USEDEFAULT, CW_USEDEFAULT,
+                        CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr, ThisModule(), nullptr);
     if (!m_window)
         throw Failure(E_FAIL);
-    CreateWindowExW(0, L"EDIT", text.c_str(), WS_CHILD | WS_VISIBLE | WS_VSCROLL | ES_MULTILINE | ES_READONLY, 0, 0, 0,
-                    0, m_window, nullptr, ThisModule(), nullptr);
+    CreateWindowExW(0, L"EDIT", text.c_str(), WS_CHILD | WS_VISIBLE | WS_VSCROLL | ES_MULTILINE | ES_READONLY,
+                    0, 0, 0, 0, m_window, nullptr, ThisModule(), nullptr);
     ShowWindow(m_window, SW_SHOWNORMAL);
     if (modal)
         RunUntilClosed(m_window);

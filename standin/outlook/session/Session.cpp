@@ -5,8 +5,8 @@
 #include "standin/mailbox/Platform.h"
 #include "standin/mapi/Views.h"
 #include "standin/outlook/automation/Failure.h"
-#include "standin/watch/Watch.h"
 #include "standin/outlook/items/KnownNames.h"
+#include "standin/watch/Watch.h"
 
 #include <cstdio>
 
@@ -32,8 +32,8 @@ std::wstring EnvironmentText(const wchar_t* name) {
     return text;
 }
 
-/// Watches the calls of a client that is no host of these libraries, a script engine say, as it asks for by the
-/// environment. At the end of the process the counts go into a file.
+/// Watches the calls of a client that is no host of these libraries, a script engine say, as it asks for by
+/// the environment. At the end of the process the counts go into a file.
 class EnvironmentWatch {
 public:
     EnvironmentWatch() : m_countsFile(EnvironmentText(L"VARDEN_COUNTS")) {
