@@ -1,6 +1,6 @@
 // The fields that all kinds of record have in common, and those of a mail, both ways. What a field should
 // read comes from the mailbox, and what it wrote is looked up there.
-#include "ScriptTest.h"
+#include "FieldTest.h"
 
 #include <map>
 
@@ -8,26 +8,6 @@ namespace varden::tests {
 namespace {
 
 using namespace standin::mailbox;
-
-/// Ticks of a moment in UTC.
-SysTime Utc(WORD year, WORD month, WORD day, WORD hour, WORD minute) {
-    const SYSTEMTIME time{year, month, 0, day, hour, minute, 0, 0};
-    FILETIME ticks;
-    SystemTimeToFileTime(&time, &ticks);
-    return {(static_cast<std::uint64_t>(ticks.dwHighDateTime) << 32) | ticks.dwLowDateTime};
-}
-
-/// Date and time of a moment as the user's locale writes them.
-std::wstring LocalText(const SysTime& moment) {
-    const FILETIME ticks{static_cast<DWORD>(moment.ticks), static_cast<DWORD>(moment.ticks >> 32)};
-    SYSTEMTIME utc, local;
-    FileTimeToSystemTime(&ticks, &utc);
-    SystemTimeToTzSpecificLocalTime(nullptr, &utc, &local);
-    wchar_t date[80], time[80];
-    GetDateFormatW(LOCALE_USER_DEFAULT, DATE_SHORTDATE, &local, nullptr, date, 80);
-    GetTimeFormatW(LOCALE_USER_DEFAULT, 0, &local, nullptr, time, 80);
-    return std::wstring(date) + L" " + time;
-}
 
 class MailFieldTest : public ScriptTest {
 protected:

@@ -1,0 +1,98 @@
+// The global address list, entry by entry and key by key.
+#include "ScriptTest.h"
+
+namespace varden::tests {
+namespace {
+
+using namespace standin::mailbox;
+
+class AddressListTest : public ScriptTest {
+protected:
+    AddressListTest() : ScriptTest(kFullPlugin) {}
+
+    void SetUp() override { LogOn(); }
+
+    std::wstring Field(const wchar_t* key, int index) { return Call(L"VARD_GALGetField", {key, index}); }
+};
+
+constexpr int kWarehouse = 5;
+constexpr int kAllHands = 6;
+
+TEST_F(AddressListTest, EveryKeyReadsItsPropertyInAnyCase) {
+    const auto& entries = World().Addresses().Entries();
+    EXPECT_EQ(Call(L"VARD_GALCount"), L"6");
+    const std::vector<std::pair<const wchar_t*, std::wstring>> keys{
+        {L"email", L"warehouse@example.com"},
+        {L"EMAIL", L"warehouse@example.com"},
+        {L"Company", L"Example Trading"},
+        {L"alias", L"warehouse"},
+        {L"department", L"Logistics"},
+        {L"assistant", L"Service North"},
+        {L"BusinessPhone", L"+1 425 555 0150"},
+        {L"city", L"Redmond"},
+        {L"comments", L"Goods in and goods out; the bell is at the side door."},
+        {L"firstname", L"Willa"},
+        {L"id", ToHex(entries[4]->EntryId())},
+        {L"jobtitle", L"Warehouse Manager"},
+        {L"lastname", L"House"},
+        {L"mobilephone", L"+1 425 555 0151"},
+        {L"name", L"Warehouse"},
+        {L"location", L"Building 4"},
+        {L"zip", L"98052"},
+        {L"state", L"WA"},
+        {L"street", L"4 Dock Street"},
+        {L"type", L"ExchangeUser"},
+    };
+    for (const auto& [key, text] : keys) {
+        EXPECT_EQ(Field(key, kWarehouse), text) << testing::PrintToString(key);
+    }
+    EXPECT_EQ(LastErrorText(), L"Success");
+    for (int index = 1; index <= kAllHands; ++index) {
+        EXPECT_EQ(Field(L"type", index), index == kAllHands ? L"ExchangeDistributionList" : L"ExchangeUser");
+    }
+    EXPECT_EQ(Field(L"company", 1), L""); // a user without one
+    EXPECT_EQ(Field(L"country", 1), L"");
+    EXPECT_EQ(LastErrorCode(), 0);
+}
+
+TEST_F(AddressListTest, UnknownKeysAndEntriesThatAreNoUsersAreRefused) {
+    const std::wstring refused = L"Invalid Parameter value(s)\r Invalid Key Value.";
+    ExpectFailure(L"VARD_GALGetField", {L"fax", kWarehouse}, -4, refused);
+    ExpectFailure(L"VARD_GALGetField", {L"", kWarehouse}, -4, refused);
+    for (const wchar_t* key : {L"email", L"name", L"country", L"fax"}) {
+        ExpectFailure(L"VARD_GALGetField", {key, kAllHands}, -4, refused);
+    }
+}
+
+TEST_F(AddressListTest, AnIndexOutsideTheListIsOutlooksToRefuse) {
+    const std::vector<Texts> calls{{L"name", 0}, {L"name", -1}, {L"name", 7}, {L"type", 7}, {L"name"}, {}};
+    for (const Texts& arguments : calls) {
+        EXPECT_EQ(Call(L"VARD_GALGetField", arguments), kError);
+        EXPECT_EQ(LastErrorCode(), 0);
+        EXPECT_EQ(LastErrorText().find(L"Error: "), 0u) << testing::PrintToString(LastErrorText());
+    }
+    World().Addresses().Clear();
+    EXPECT_EQ(Call(L"VARD_GALCount"), L"0");
+}
+
+TEST_F(AddressListTest, TheListIsFetchedOnceInASession) {
+    EXPECT_EQ(Field(L"name", 1), L"Front Desk");
+    Varden().Watch().FailMember(L"NameSpace::GetGlobalAddressList", E_FAIL);
+    EXPECT_EQ(Field(L"name", 2), L"Back Office");
+    EXPECT_EQ(Call(L"VARD_GALCount"), L"6");
+    EXPECT_FALSE(Varden().Watch().HasFailed());
+    LogOn();
+    EXPECT_EQ(Call(L"VARD_GALCount"), kError); // anew in the next session
+    EXPECT_TRUE(Varden().Watch().HasFailed());
+    for (const wchar_t* member : {L"AddressList::AddressEntries", L"AddressEntries::Item",
+                                  L"AddressEntry::GetExchangeUser", L"ExchangeUser::Name"}) {
+        Varden().Watch().FailMember(member, E_ACCESSDENIED);
+        EXPECT_EQ(Field(L"name", 1), kError);
+        EXPECT_EQ(LastErrorText().find(L"Error: 80070005"), 0u) << testing::PrintToString(member);
+    }
+    Varden().Watch().FailMember(L"PropertyAccessor::GetProperty", E_ACCESSDENIED);
+    EXPECT_EQ(Field(L"country", kWarehouse), L"");
+}
+
+} // namespace
+} // namespace varden::tests

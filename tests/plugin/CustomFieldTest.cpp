@@ -1,0 +1,259 @@
+// Custom fields: entered in a folder's list, written through the item, read back as named properties.
+#include "FieldTest.h"
+
+#include "standin/mailbox/Tags.h"
+
+namespace varden::tests {
+namespace {
+
+using namespace standin::mailbox;
+
+class CustomFieldTest : public FieldTest {
+protected:
+    CustomFieldTest() : FieldTest(L"Inbox") {}
+
+    std::wstring SetCustom(const std::wstring& field, const std::wstring& data, const wchar_t* type) {
+        return Call(L"VARD_SetCustomFieldData", {field, data, type});
+    }
+    std::wstring GetCustom(const std::wstring& field) { return Call(L"VARD_GetCustomFieldData", {field}); }
+    std::wstring Create(const wchar_t* field, const wchar_t* type) {
+        return Call(L"VARD_CreateCustomField", {field, type});
+    }
+    /// Puts a property of this name on a message.
+    void PutCustom(MessageToAdd& message, const wchar_t* name, PropertyType type, PropertyValue value) {
+        const PropertyId id = Home().Names().Id({kPsPublicStrings, name}, true);
+        message.more.Put(PROP_TAG(type, id), std::move(value));
+    }
+    /// The type of a field of the folder's list; 0 for none of the name.
+    std::int32_t TypeOfField(const std::wstring& name) {
+        for (const UserField& field : Home().UserFields()) {
+            if (field.name == name) {
+                return field.type;
+            }
+        }
+        return 0;
+    }
+};
+
+struct CustomWrite {
+    const wchar_t* type;
+    std::int32_t number; ///< OlUserPropertyType
+    const wchar_t* data;
+    std::wstring read;
+};
+
+TEST_F(CustomFieldTest, EveryTypeOfFieldIsWrittenAndReadBack) {
+    const std::vector<CustomWrite> writes{
+        {L"Currency", 14, L"12.5", L"12.5"},
+        {L"currency", 14, L"-0.0625", L"-0.0625"},
+        {L"Date", 5, L"3/1/2026", DateAsShown(L"3/1/2026")},
+        {L"Time", 5, L"3/1/2026 2:30 PM", DateAsShown(L"3/1/2026 2:30 PM")},
+        {L"DATETIME", 5, L"3/1/2026 2:30 PM", DateAsShown(L"3/1/2026 2:30 PM")},
+        {L"Duration", 7, L"90 minutes", L"90"},
+        {L"Duration", 7, L"long", L"0"},
+        {L"Keywords", 11, L"one", L"one"},
+        {L"Keywords", 11, L"one\rtwo words\rthree", L"one\rtwo words\rthree"},
+        {L"Number", 3, L"1.5", L"1.500000"},
+        {L"Number", 3, L"none", L"0.000000"},
+        {L"Percent", 12, L"0.25", L"0.250000"},
+        {L"Text", 1, L"Zürich \r 2", L"Zürich \r 2"},
+        {L"Text", 1, L"", L""},
+        {L"YesNo", 6, L"yes", L"True"},
+        {L"yesno", 6, L"TRUE", L"True"},
+        {L"YesNo", 6, L"1", L"False"},
+        {L"YesNo", 6, L"No", L"False"},
+    };
+    New(L"Mail");
+    int place = 0;
+    for (const CustomWrite& each : writes) {
+        SCOPED_TRACE(testing::PrintToString(each.type) + testing::PrintToString(each.data));
+        const std::wstring field = L"Field " + std::to_wstring(++place);
+        EXPECT_EQ(SetCustom(field, each.data, each.type), L"0") << testing::PrintToString(LastErrorText());
+        EXPECT_EQ(GetCustom(field), each.read);
+        EXPECT_EQ(LastErrorText(), L"Success");
+    }
+    EXPECT_EQ(Call(L"VARD_SetCustomFieldData", {L"Plain", L"12"}), L"0"); // Text without a type
+    EXPECT_EQ(GetCustom(L"Plain"), L"12");
+}
+
+TEST_F(CustomFieldTest, DataThatDoesNotConvertIsWrittenAsNothing) {
+    New(L"Mail");
+    EXPECT_EQ(SetCustom(L"When", L"3/1/2026", L"Date"), L"0");
+    EXPECT_EQ(SetCustom(L"When", L"soon", L"Date"), L"0") << testing::PrintToString(LastErrorText());
+    EXPECT_EQ(GetCustom(L"When"), L"");
+    EXPECT_EQ(SetCustom(L"Price", L"cheap", L"Currency"), L"0") << testing::PrintToString(LastErrorText());
+    EXPECT_EQ(LastErrorCode(), 0);
+}
+
+TEST_F(CustomFieldTest, AFieldThatIsThereKeepsItsType) {
+    Open({.subject = L"Order"});
+    EXPECT_EQ(SetCustom(L"Price", L"10", L"Number"), L"0");
+    EXPECT_EQ(SetCustom(L"price", L"11", L"Text"), L"0"); // found without regard to case
+    EXPECT_EQ(GetCustom(L"Price"), L"11.000000");
+    ExpectFailure(L"VARD_SetCustomFieldData", {L"Price", L"eleven", L"Text"}, -1097,
+                  L"MAPI Subsystem error\rError: 80020005\r\r" // no name of MAPI's
+                  L"Failed to set Custom Field Value");
+    EXPECT_EQ(GetCustom(L"Price"), L"11.000000");
+    EXPECT_EQ(Stored().properties.Find(PROP_TAG(PT_DOUBLE, Home().Names().Id({kPsPublicStrings, L"Price"}))),
+              nullptr); // the record isn't saved
+}
+
+TEST_F(CustomFieldTest, WhateverTypeAPropertyHasIsReadAsText) {
+    MessageToAdd order{.subject = L"Order"};
+    PutCustom(order, L"Narrow", PT_STRING8, std::string("abc"));
+    PutCustom(order, L"Wide", PT_UNICODE, L"\u00fc\u4e2d");
+    PutCustom(order, L"Short", PT_I2, std::int16_t{5});
+    PutCustom(order, L"Blob", PT_BINARY, Bytes{1, 2});
+    PutCustom(order, L"Long", PT_LONG, std::int32_t{-7});
+    PutCustom(order, L"List", PT_MV_UNICODE, std::vector<std::wstring>{L"a", L"", L"c"});
+    PutCustom(order, L"Empty list", PT_MV_UNICODE, std::vector<std::wstring>{});
+    PutCustom(order, L"Numbers", PT_MV_LONG, std::vector<std::int32_t>{1, 2});
+    PutCustom(order, L"No date", PT_SYSTIME, Utc(4501, 1, 1));
+    PutCustom(order, L"Early", PT_SYSTIME, SysTime{0});
+    PutCustom(order, L"Late", PT_SYSTIME, SysTime{~0ull});
+    Home().Names().Id({kPsPublicStrings, L"Known"}, true);
+    Open(order);
+    const std::vector<std::pair<const wchar_t*, const wchar_t*>> fields{
+        {L"Narrow", L"abc"},  {L"Wide", L"\u00fc\u4e2d"},
+        {L"Short", L""},      {L"Blob", L""},
+        {L"Long", L"-7"},     {L"List", L"a\r\rc"},
+        {L"Empty list", L""}, {L"Numbers", L""},
+        {L"No date", L""},    {L"Late", L""},
+        {L"Known", L""},
+    };
+    for (const auto& [name, text] : fields) {
+        EXPECT_EQ(GetCustom(name), text) << testing::PrintToString(name);
+        EXPECT_EQ(LastErrorCode(), 0);
+    }
+    EXPECT_NE(GetCustom(L"Early"), kError);
+}
+
+TEST_F(CustomFieldTest, AFieldThatCannotBeReadIsMissing) {
+    const std::wstring missing = L"Custom field does not exist";
+    ExpectFailure(L"VARD_GetCustomFieldData", {L""}, -1011, L"Missing Field Name Parameter");
+    Open({.subject = L"Order"});
+    ExpectFailure(L"VARD_GetCustomFieldData", {L"Nobody has it"}, -1019,
+                  missing + L"\rField does not have an ID");
+    Varden().Watch().FailMember(L"IMessage::GetIDsFromNames", E_ACCESSDENIED);
+    ExpectFailure(L"VARD_GetCustomFieldData", {L"Price"}, -1019, missing);
+    SetCustom(L"Price", L"10", L"Number");
+    Varden().Watch().FailMember(L"IMessage::GetProps", E_ACCESSDENIED);
+    ExpectFailure(L"VARD_GetCustomFieldData", {L"Price"}, -1019,
+                  missing + L"\rError: 80070005\rError getting custom filed value");
+}
+
+TEST_F(CustomFieldTest, WritesThatFailAreToldStepByStep) {
+    ExpectFailure(L"VARD_SetCustomFieldData", {L"Price", L"10", L"Number"}, -1023,
+                  L"Item operation called without opening/creating a record");
+    Open({.subject = L"Order"});
+    ExpectFailure(L"VARD_SetCustomFieldData", {L"", L"10", L"Number"}, -1011,
+                  L"Missing Field Name Parameter");
+    ExpectFailure(L"VARD_SetCustomFieldData", {L"Price", L"10", L"Money"}, -1094,
+                  L"Invalid type for custom field");
+    const std::wstring refused = L"MAPI Subsystem error\rError: 80070005\rMAPI_E_NO_ACCESS\r";
+    Varden().Watch().FailMember(L"UserProperties::Find", E_ACCESSDENIED);
+    ExpectFailure(L"VARD_SetCustomFieldData", {L"Price", L"10", L"Number"}, -1097,
+                  refused + L"Unable to access user properties field");
+    Varden().Watch().FailMember(L"UserProperties::Add", E_ACCESSDENIED);
+    EXPECT_EQ(SetCustom(L"Price", L"10", L"Number"), kError); // left to the function around it
+    EXPECT_EQ(LastErrorCode(), 0);
+    EXPECT_NE(LastErrorText().find(L"Error: 80070005"), std::wstring::npos);
+    Varden().Watch().FailMember(L"UserProperty::put_Value", E_ACCESSDENIED);
+    ExpectFailure(L"VARD_SetCustomFieldData", {L"Price", L"10", L"Number"}, -1097,
+                  refused + L"Failed to set Custom Field Value");
+    Varden().Watch().FailMember(L"MailItem::UserProperties", S_FALSE); // a success without a collection
+    ExpectFailure(L"VARD_SetCustomFieldData", {L"Price", L"10", L"Number"}, -1093,
+                  L"User properties unavailable for item");
+    Varden().Watch().FailMember(L"UserProperties::Add", S_FALSE);
+    ExpectFailure(L"VARD_SetCustomFieldData", {L"Other", L"10", L"Number"}, -1097,
+                  L"MAPI Subsystem error\rUnable to create custom field");
+    EXPECT_EQ(SetCustom(L"Price", L"10", L"Number"), L"0");
+}
+
+TEST_F(CustomFieldTest, EveryKindButNotesHasCustomFields) {
+    for (const wchar_t* messageClass :
+         {L"IPM.Appointment", L"IPM.Contact", L"IPM.DistList", L"IPM.Document.txtfile", L"IPM.Activity",
+          L"IPM.Note", L"IPM.Schedule.Meeting.Request", L"IPM.Post", L"IPM.Remote", L"REPORT.IPM.Note.NDR",
+          L"IPM.Sharing", L"IPM.Task", L"IPM.TaskRequest", L"IPM.TaskRequest.Accept",
+          L"IPM.TaskRequest.Decline", L"IPM.TaskRequest.Update"}) {
+        SCOPED_TRACE(testing::PrintToString(messageClass));
+        Open({.messageClass = messageClass, .subject = L"Order"});
+        EXPECT_EQ(SetCustom(L"Price", L"10", L"Number"), L"0") << testing::PrintToString(LastErrorText());
+        EXPECT_EQ(GetCustom(L"Price"), L"10.000000");
+    }
+    Open({.messageClass = L"IPM.Storage"});
+    EXPECT_EQ(SetCustom(L"Price", L"10", L"Number"), L"0");
+    EXPECT_EQ(GetCustom(L"Price"), L""); // Outlook gives no MAPI view of an open storage item
+    Open({.messageClass = L"IPM.StickyNote"});
+    ExpectFailure(L"VARD_SetCustomFieldData", {L"Price", L"10", L"Number"}, -1092,
+                  L"Item does not support custom fields");
+}
+
+TEST_F(CustomFieldTest, AFieldIsEnteredInTheFolderWithoutAnItemOfItsOwn) {
+    EXPECT_EQ(Create(L"Price", L"currency"), L"0") << testing::PrintToString(LastErrorText());
+    EXPECT_TRUE(Home().Messages().empty());
+    EXPECT_EQ(TypeOfField(L"Price"), 14);
+    AddMessage(Home(), {.subject = L"Order"});
+    ASSERT_EQ(Call(L"VARD_OpenFolder", {L"/Inbox"}), L"0");
+    Call(L"VARD_GetFirstRecord");
+    const std::vector<std::pair<const wchar_t*, std::int32_t>> types{
+        {L"Date", 5},   {L"Time", 5},     {L"DateTime", 5}, {L"Duration", 7}, {L"Keywords", 11},
+        {L"Number", 3}, {L"Percent", 12}, {L"Text", 1},     {L"YesNo", 6}};
+    for (const auto& [type, number] : types) {
+        const std::wstring name = std::wstring(L"My ") + type;
+        EXPECT_EQ(Create(name.c_str(), type), L"0") << testing::PrintToString(LastErrorText());
+        EXPECT_EQ(TypeOfField(name), number) << testing::PrintToString(type);
+    }
+    EXPECT_EQ(Home().Messages().size(), 1u);
+    ExpectFailure(L"VARD_GetFieldData", {L"Subject"}, -1038,
+                  L"Unable to locate record\rno current message selected"); // the record was let go
+}
+
+TEST_F(CustomFieldTest, FieldsThatCannotBeEnteredAreToldStepByStep) {
+    ExpectFailure(L"VARD_CreateCustomField", {L"", L"Text"}, -1011, L"Missing Field Name Parameter");
+    ExpectFailure(L"VARD_CreateCustomField", {L"Price", L"Money"}, -1090,
+                  L"Unable to access field or invalid custom field type");
+    ExpectFailure(L"VARD_CreateCustomField", {L"Price", L""}, -1090, // no type without a word
+                  L"Unable to access field or invalid custom field type");
+    for (const wchar_t* member : {L"Items::Add", L"MailItem::UserProperties", L"UserProperties::Add"}) {
+        SCOPED_TRACE(testing::PrintToString(member));
+        Varden().Watch().FailMember(member, E_ACCESSDENIED);
+        EXPECT_EQ(Create(L"Price", L"Text"), kError);
+        EXPECT_EQ(LastErrorCode(), 999);
+        EXPECT_EQ(LastErrorText().find(L"\rError: 80070005\nMessage:"), 0u);
+    }
+    Varden().Watch().FailMember(L"MailItem::UserProperties", S_FALSE);
+    ExpectFailure(L"VARD_CreateCustomField", {L"Price", L"Text"}, -1093,
+                  L"User properties unavailable for item");
+    Varden().Watch().FailMember(L"UserProperties::Add", S_FALSE);
+    ExpectFailure(L"VARD_CreateCustomField", {L"Price", L"Text"}, -1093,
+                  L"User properties unavailable for item\rUnable to create custom property");
+    for (const wchar_t* messageClass : {L"IPM.Document.txtfile", L"IPM.StickyNote", L"IPM.Sharing"}) {
+        AddMessage(Home(), {.messageClass = messageClass});
+        ASSERT_EQ(Call(L"VARD_OpenFolder", {L"/Inbox"}), L"0");
+        ExpectFailure(L"VARD_CreateCustomField", {L"Price", L"Text"}, -1095,
+                      L"Item is not supported in this version of the plug-in");
+        ASSERT_EQ(Home().RemoveMessage(*Home().Messages().front()), S_OK);
+    }
+    EXPECT_TRUE(Home().UserFields().empty());
+}
+
+class CustomFieldSessionTest : public ScriptTest {};
+
+TEST_F(CustomFieldSessionTest, CustomFieldsNeedASessionAndAFolder) {
+    const std::wstring noSession = L"Outlook not started or Authenticate not called";
+    const std::vector<std::pair<const wchar_t*, Texts>> calls{
+        {L"VARD_SetCustomFieldData", {L"", L"", L"Money"}},
+        {L"VARD_GetCustomFieldData", {L""}},
+        {L"VARD_CreateCustomField", {L"", L"Money"}}};
+    for (const auto& [function, arguments] : calls) {
+        ExpectFailure(function, arguments, -1001, noSession);
+    }
+    LogOn();
+    ExpectFailure(L"VARD_GetCustomFieldData", {L""}, -1026, L"Must navigate to a folder before operation");
+    ExpectFailure(L"VARD_CreateCustomField", {L"", L"Money"}, -1026,
+                  L"Must navigate to a folder before operation");
+}
+
+} // namespace
+} // namespace varden::tests
