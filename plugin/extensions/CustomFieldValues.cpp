@@ -66,8 +66,8 @@ std::wstring TimeText(const FILETIME& time) {
     if (!FileTimeToSystemTime(&time, &utc) || !SystemTimeToTzSpecificLocalTime(nullptr, &utc, &local)) {
         return {};
     }
-    const bool isNoDate =
-        (utc.wYear == 4501 && utc.wMonth == 1 && utc.wDay == 1 && utc.wHour == 0 && utc.wMinute == 0);
+    const bool isNoDate = utc.wYear == 4501 && utc.wMonth == 1 && utc.wDay == 1 && utc.wHour == 0 &&
+                          utc.wMinute == 0 && utc.wSecond == 0;
     BSTR text = nullptr;
     if (isNoDate || !SystemTimeToVariantTime(&local, &date) || date == kNoDate ||
         FAILED(VarBstrFromDate(date, LOCALE_USER_DEFAULT, fourDigitYears, &text))) {

@@ -52,6 +52,8 @@ TEST_F(AddressListTest, EveryKeyReadsItsPropertyInAnyCase) {
     }
     EXPECT_EQ(Field(L"company", 1), L""); // a user without one
     EXPECT_EQ(Field(L"country", 1), L"");
+    // The property is asked for by the type of an error, as which no store has it.
+    EXPECT_EQ(Field(L"country", kWarehouse), L"");
     EXPECT_EQ(LastErrorCode(), 0);
 }
 

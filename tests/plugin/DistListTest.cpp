@@ -23,12 +23,12 @@ protected:
     /// Makes a list with these members the current record.
     void OpenList(const EntryIds& members, const EntryIds& oneOffs) {
         MessageToAdd list{.messageClass = L"IPM.DistList", .subject = L"Suppliers"};
-        Put(list, {{kAddressSet, kMembers, PT_MV_BINARY, members},
-                   {kAddressSet, kOneOffMembers, PT_MV_BINARY, oneOffs}});
+        Put(list, {{sets::kAddress, kMembers, PT_MV_BINARY, members},
+                   {sets::kAddress, kOneOffMembers, PT_MV_BINARY, oneOffs}});
         Open(list);
     }
     EntryIds StoredIds(std::uint32_t number) {
-        const PropertyValue* value = Stored().properties.Find(TagOf(kAddressSet, number, PT_MV_BINARY));
+        const PropertyValue* value = Stored().properties.Find(TagOf(sets::kAddress, number, PT_MV_BINARY));
         return value ? std::get<EntryIds>(*value) : EntryIds();
     }
 };
@@ -39,9 +39,9 @@ const Bytes kBob = MakeOneOffEntryId(L"Bob, Jr.", L"SMTP", L"bob@example.com");
 TEST_F(DistListTest, EveryFieldIsReadFromItsProperty) {
     MessageToAdd list = Ordinary(L"IPM.DistList.Own");
     list.more.Set<PR_CREATION_TIME>(Utc(2026, 2, 1, 8));
-    Put(list, {{kAddressSet, 0x8053, PT_UNICODE, L"Suppliers"},
-               {kAddressSet, kMembers, PT_MV_BINARY, EntryIds{kAnn, kBob}},
-               {kAddressSet, kOneOffMembers, PT_MV_BINARY, EntryIds{kAnn, kBob}}});
+    Put(list, {{sets::kAddress, 0x8053, PT_UNICODE, L"Suppliers"},
+               {sets::kAddress, kMembers, PT_MV_BINARY, EntryIds{kAnn, kBob}},
+               {sets::kAddress, kOneOffMembers, PT_MV_BINARY, EntryIds{kAnn, kBob}}});
     const std::wstring entryId = Open(list);
     ExpectReads(OrdinaryTexts({L"Billing Information", L"Categories", L"Companies", L"Conversation Index",
                                L"Conversation Topic", L"Importance", L"Mileage", L"Subject"}));
@@ -143,7 +143,7 @@ TEST_F(DistListTest, DamagedListsAreReadAsFarAsTheyGo) {
     EXPECT_EQ(Get(L"One Off Members"), L"");
 
     MessageToAdd halved{.messageClass = L"IPM.DistList"};
-    Put(halved, {{kAddressSet, kMembers, PT_MV_BINARY, EntryIds{kAnn}}});
+    Put(halved, {{sets::kAddress, kMembers, PT_MV_BINARY, EntryIds{kAnn}}});
     Open(halved);
     ExpectFailure(L"VARD_GetFieldData", {L"One Off Members"}, -1097,
                   L"MAPI Subsystem error\rError: 8004010F\rMAPI_E_NOT_FOUND");
@@ -153,7 +153,7 @@ TEST_F(DistListTest, DamagedListsAreReadAsFarAsTheyGo) {
 
     MessageToAdd retyped{.messageClass = L"IPM.DistList"};
     Put(retyped,
-        {{kAddressSet, kMembers, PT_UNICODE, L"Ann"}, {kAddressSet, kOneOffMembers, PT_BINARY, kAnn}});
+        {{sets::kAddress, kMembers, PT_UNICODE, L"Ann"}, {sets::kAddress, kOneOffMembers, PT_BINARY, kAnn}});
     Open(retyped);
     EXPECT_NE(Get(L"Member Count"), kError);
     EXPECT_EQ(Add(L"Bob, Jr.", L"bob@example.com"), L"0");

@@ -26,7 +26,7 @@ protected:
 
 TEST_F(OtherKindsTest, ANotesFieldsAreReadAndThreeOfThemWritten) {
     MessageToAdd note = Ordinary(L"IPM.StickyNote.Yellow");
-    Put(note, {{kNoteSet, 0x8B00, PT_LONG, std::int32_t{1}}});
+    Put(note, {{sets::kNote, 0x8B00, PT_LONG, std::int32_t{1}}});
     note.more.Set<PR_CREATION_TIME>(Utc(2026, 2, 1, 8));
     Open(note);
     ExpectReads(OrdinaryTexts({L"Categories", L"Subject"}));
@@ -48,15 +48,15 @@ TEST_F(OtherKindsTest, ANotesFieldsAreReadAndThreeOfThemWritten) {
 
 TEST_F(OtherKindsTest, AJournalEntrysFieldsAreReadFromTheirProperties) {
     MessageToAdd entry = Ordinary(L"IPM.Activity");
-    Put(entry, {{kLogSet, 0x8700, PT_UNICODE, L"Meeting"},
-                {kLogSet, 0x8706, PT_SYSTIME, Utc(2026, 3, 1, 9)},
-                {kLogSet, 0x8707, PT_LONG, std::int32_t{45}},
-                {kLogSet, 0x8708, PT_SYSTIME, Utc(2026, 3, 1, 9, 45)},
-                {kLogSet, 0x870E, PT_BOOLEAN, true},
-                {kLogSet, 0x870F, PT_BOOLEAN, true},
-                {kLogSet, 0x8710, PT_BOOLEAN, true},
-                {kLogSet, 0x8711, PT_BOOLEAN, true},
-                {kCommonSet, 0x853A, PT_MV_UNICODE, std::vector<std::wstring>{L"Ann"}}});
+    Put(entry, {{sets::kLog, 0x8700, PT_UNICODE, L"Meeting"},
+                {sets::kLog, 0x8706, PT_SYSTIME, Utc(2026, 3, 1, 9)},
+                {sets::kLog, 0x8707, PT_LONG, std::int32_t{45}},
+                {sets::kLog, 0x8708, PT_SYSTIME, Utc(2026, 3, 1, 9, 45)},
+                {sets::kLog, 0x870E, PT_BOOLEAN, true},
+                {sets::kLog, 0x870F, PT_BOOLEAN, true},
+                {sets::kLog, 0x8710, PT_BOOLEAN, true},
+                {sets::kLog, 0x8711, PT_BOOLEAN, true},
+                {sets::kCommon, 0x853A, PT_MV_UNICODE, std::vector<std::wstring>{L"Ann"}}});
     Open(entry);
     ExpectReads(OrdinaryTexts({L"Billing Information", L"Categories", L"Companies", L"Conversation Index",
                                L"Conversation Topic", L"Importance", L"Is Conflict", L"Mileage", L"No Aging",
@@ -204,7 +204,8 @@ MessageToAdd Delivered(MessageToAdd message) {
 
 TEST_F(OtherKindsTest, AMeetingsFieldsAreReadFromTheirProperties) {
     MessageToAdd meeting = Delivered(Ordinary(L"IPM.Schedule.Meeting.Request"));
-    Put(meeting, {{kCommonSet, 0x8530, PT_UNICODE, L"Follow up"}, {kCommonSet, 0x8503, PT_BOOLEAN, true}});
+    Put(meeting,
+        {{sets::kCommon, 0x8530, PT_UNICODE, L"Follow up"}, {sets::kCommon, 0x8503, PT_BOOLEAN, true}});
     const std::wstring entryId = Open(meeting);
     ExpectReads(OrdinaryTexts({L"Billing Information", L"Categories", L"Companies", L"Conversation Index",
                                L"Conversation Topic", L"Importance", L"Is Conflict", L"Mileage",
@@ -266,7 +267,7 @@ TEST_F(OtherKindsTest, AMeetingGivesWayToItsAppointment) {
                   L"MAPI Subsystem error\rUnable to get associated appt for item");
     EXPECT_EQ(Get(L"Class"), L"54"); // still the meeting
     MessageToAdd request{.messageClass = L"IPM.Schedule.Meeting.Request", .subject = L"Rota"};
-    constexpr GUID appointments = OutlookSet(0x00062002);
+    constexpr GUID appointments = sets::Outlook(0x00062002);
     Put(request, {{appointments, 0x820D, PT_SYSTIME, Utc(2026, 3, 1, 9)},
                   {appointments, 0x820E, PT_SYSTIME, Utc(2026, 3, 1, 10)}});
     Open(request);
@@ -352,9 +353,9 @@ TEST_F(OtherKindsTest, DocumentsAndRemoteItemsAreReadAndNotWritten) {
         SCOPED_TRACE(testing::PrintToString(messageClass));
         const bool isRemote = messageClass[4] == L'R';
         MessageToAdd message = Ordinary(messageClass);
-        Put(message, {{kRemoteSet, 0x8F02, PT_UNICODE, L"IPM.Note"},
-                      {kRemoteSet, 0x8F04, PT_LONG, std::int32_t{3}},
-                      {kRemoteSet, 0x8F05, PT_LONG, std::int32_t{12000}}});
+        Put(message, {{sets::kRemote, 0x8F02, PT_UNICODE, L"IPM.Note"},
+                      {sets::kRemote, 0x8F04, PT_LONG, std::int32_t{3}},
+                      {sets::kRemote, 0x8F05, PT_LONG, std::int32_t{12000}}});
         const std::wstring entryId = Open(message);
         ExpectReads(
             OrdinaryTexts({L"Auto Resolved Winner", L"Billing Information", L"Categories", L"Companies",
@@ -381,21 +382,21 @@ TEST_F(OtherKindsTest, DocumentsAndRemoteItemsAreReadAndNotWritten) {
 
 TEST_F(OtherKindsTest, ASharingItemsFieldsAreReadFromTheirProperties) {
     MessageToAdd message = Delivered(Ordinary(L"IPM.Sharing"));
-    constexpr GUID exchange = OutlookSet(0x0006F0AE);
+    constexpr GUID exchange = sets::Outlook(0x0006F0AE);
     Bytes provider(sizeof exchange);
     std::memcpy(provider.data(), &exchange, sizeof exchange);
-    Put(message, {{kSharingSet, 0x8A01, PT_BINARY, provider},
-                  {kSharingSet, 0x8A04, PT_UNICODE, L"http://example.com/calendar"},
-                  {kSharingSet, 0x8A05, PT_UNICODE, L"Rota"},
-                  {kSharingSet, 0x8A06, PT_UNICODE, L"00AB"},
-                  {kSharingSet, 0x8A18, PT_LONG, std::int32_t{0x0310}},
-                  {kSharingSet, 0x8A1B, PT_LONG, std::int32_t{0x047B}},
-                  {kSharingSet, 0x8A1D, PT_UNICODE, L"IPF.Contact"},
-                  {kCommonSet, 0x8503, PT_BOOLEAN, true},
-                  {kCommonSet, 0x851C, PT_BOOLEAN, true},
-                  {kCommonSet, 0x851E, PT_BOOLEAN, true},
-                  {kCommonSet, 0x851F, PT_UNICODE, L"ring.wav"},
-                  {kCommonSet, 0x8530, PT_UNICODE, L"Follow up"}});
+    Put(message, {{sets::kSharing, 0x8A01, PT_BINARY, provider},
+                  {sets::kSharing, 0x8A04, PT_UNICODE, L"http://example.com/calendar"},
+                  {sets::kSharing, 0x8A05, PT_UNICODE, L"Rota"},
+                  {sets::kSharing, 0x8A06, PT_UNICODE, L"00AB"},
+                  {sets::kSharing, 0x8A18, PT_LONG, std::int32_t{0x0310}},
+                  {sets::kSharing, 0x8A1B, PT_LONG, std::int32_t{0x047B}},
+                  {sets::kSharing, 0x8A1D, PT_UNICODE, L"IPF.Contact"},
+                  {sets::kCommon, 0x8503, PT_BOOLEAN, true},
+                  {sets::kCommon, 0x851C, PT_BOOLEAN, true},
+                  {sets::kCommon, 0x851E, PT_BOOLEAN, true},
+                  {sets::kCommon, 0x851F, PT_UNICODE, L"ring.wav"},
+                  {sets::kCommon, 0x8530, PT_UNICODE, L"Follow up"}});
     message.more.Set<PR_DELETE_AFTER_SUBMIT>(true);
     message.more.Set<PR_ORIGINATOR_DELIVERY_REPORT_REQUESTED>(true);
     message.more.Set<PR_READ_RECEIPT_REQUESTED>(true);
@@ -471,7 +472,7 @@ TEST_F(OtherKindsTest, ASharingItemsNumbersHaveTheirWords) {
                                                                    {0x5100, L"responsedeny"}};
     for (const auto& [flavor, word] : types) {
         MessageToAdd message{.messageClass = L"IPM.Sharing"};
-        Put(message, {{kSharingSet, 0x8A18, PT_LONG, flavor}});
+        Put(message, {{sets::kSharing, 0x8A18, PT_LONG, flavor}});
         Open(message);
         ExpectReads({{L"Type", word}, {L"Sharing Provider", L"unknown"}, {L"Requested Folder", L""}});
     }
@@ -482,7 +483,7 @@ TEST_F(OtherKindsTest, ASharingItemsNumbersHaveTheirWords) {
                                                                        {L"IPF.Note", L"Inbox"}};
     for (const auto& [containerClass, word] : folders) {
         MessageToAdd message{.messageClass = L"IPM.Sharing"};
-        Put(message, {{kSharingSet, 0x8A1D, PT_UNICODE, containerClass}});
+        Put(message, {{sets::kSharing, 0x8A1D, PT_UNICODE, containerClass}});
         Open(message);
         ExpectReads({{L"Requested Folder", word}});
     }

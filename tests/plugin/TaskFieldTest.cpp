@@ -15,32 +15,32 @@ protected:
         return Stored().properties.Find(TagOf(set, number, PT_UNSPECIFIED));
     }
     Bytes GlobalId() {
-        const PropertyValue* value = StoredValue(kCommonSet, 0x8519);
+        const PropertyValue* value = StoredValue(sets::kCommon, 0x8519);
         return value ? std::get<Bytes>(*value) : Bytes();
     }
 };
 
 TEST_F(TaskFieldTest, EveryFieldIsReadFromItsProperty) {
     MessageToAdd task = Ordinary(L"IPM.Task.Order");
-    Put(task, {{kTaskSet, 0x8101, PT_LONG, std::int32_t{3}},
-               {kTaskSet, 0x8102, PT_DOUBLE, 0.25},
-               {kTaskSet, 0x8103, PT_BOOLEAN, true},
-               {kTaskSet, 0x8104, PT_SYSTIME, Utc(2026, 3, 1)},
-               {kTaskSet, 0x8105, PT_SYSTIME, Utc(2026, 3, 9)},
-               {kTaskSet, 0x8109, PT_BOOLEAN, true},
-               {kTaskSet, 0x8110, PT_LONG, std::int32_t{90}},
-               {kTaskSet, 0x8111, PT_LONG, std::int32_t{480}},
-               {kTaskSet, 0x8116, PT_BINARY, Bytes{0x04, 0x30, 0xFF}},
-               {kTaskSet, 0x811F, PT_UNICODE, L"Service North"},
-               {kTaskSet, 0x8126, PT_BOOLEAN, true},
-               {kTaskSet, 0x8127, PT_UNICODE, L"Clerk"},
-               {kTaskSet, 0x812F, PT_UNICODE, L"A2"},
-               {kCommonSet, 0x8502, PT_SYSTIME, Utc(2026, 3, 8, 7, 30)},
-               {kCommonSet, 0x8503, PT_BOOLEAN, true},
-               {kCommonSet, 0x851C, PT_BOOLEAN, true},
-               {kCommonSet, 0x851E, PT_BOOLEAN, true},
-               {kCommonSet, 0x851F, PT_UNICODE, L"C:\\ring.wav"},
-               {kCommonSet, 0x853A, PT_MV_UNICODE, std::vector<std::wstring>{L"Ann", L" Bob "}}});
+    Put(task, {{sets::kTask, 0x8101, PT_LONG, std::int32_t{3}},
+               {sets::kTask, 0x8102, PT_DOUBLE, 0.25},
+               {sets::kTask, 0x8103, PT_BOOLEAN, true},
+               {sets::kTask, 0x8104, PT_SYSTIME, Utc(2026, 3, 1)},
+               {sets::kTask, 0x8105, PT_SYSTIME, Utc(2026, 3, 9)},
+               {sets::kTask, 0x8109, PT_BOOLEAN, true},
+               {sets::kTask, 0x8110, PT_LONG, std::int32_t{90}},
+               {sets::kTask, 0x8111, PT_LONG, std::int32_t{480}},
+               {sets::kTask, 0x8116, PT_BINARY, Bytes{0x04, 0x30, 0xFF}},
+               {sets::kTask, 0x811F, PT_UNICODE, L"Service North"},
+               {sets::kTask, 0x8126, PT_BOOLEAN, true},
+               {sets::kTask, 0x8127, PT_UNICODE, L"Clerk"},
+               {sets::kTask, 0x812F, PT_UNICODE, L"A2"},
+               {sets::kCommon, 0x8502, PT_SYSTIME, Utc(2026, 3, 8, 7, 30)},
+               {sets::kCommon, 0x8503, PT_BOOLEAN, true},
+               {sets::kCommon, 0x851C, PT_BOOLEAN, true},
+               {sets::kCommon, 0x851E, PT_BOOLEAN, true},
+               {sets::kCommon, 0x851F, PT_UNICODE, L"C:\\ring.wav"},
+               {sets::kCommon, 0x853A, PT_MV_UNICODE, std::vector<std::wstring>{L"Ann", L" Bob "}}});
     task.more.Set<PR_CREATION_TIME>(Utc(2026, 2, 1, 8));
     task.more.Set<PR_LAST_MODIFICATION_TIME>(Utc(2026, 2, 2, 9));
     const std::wstring entryId = Open(task);
@@ -93,9 +93,9 @@ TEST_F(TaskFieldTest, WhatATaskDoesNotHaveReadsAsNothing) {
                  {L"Status", L"Not Started"},
                  {L"task dead occur", L""}});
     MessageToAdd strange{.messageClass = L"IPM.Task"};
-    Put(strange, {{kTaskSet, 0x8101, PT_LONG, std::int32_t{9}},
-                  {kTaskSet, 0x8109, PT_UNICODE, L""}, // a text in place of a truth
-                  {kTaskSet, 0x811F, PT_MV_UNICODE, std::vector<std::wstring>{}}});
+    Put(strange, {{sets::kTask, 0x8101, PT_LONG, std::int32_t{9}},
+                  {sets::kTask, 0x8109, PT_UNICODE, L""}, // a text in place of a truth
+                  {sets::kTask, 0x811F, PT_MV_UNICODE, std::vector<std::wstring>{}}});
     Open(strange);
     ExpectReads({{L"Status", L""}, {L"task dead occur", L"False"}, {L"Owner", L""}});
 }
@@ -139,10 +139,10 @@ TEST_F(TaskFieldTest, WhatIsWrittenIsReadBackAndStoredWithTheRecord) {
                   {L"Date Completed", L"NONE", L"None"},
                   {L"Due Date", L"", L"None"}});
     ASSERT_NE(Call(L"VARD_SaveRecord"), kError) << testing::PrintToString(LastErrorText());
-    EXPECT_EQ(*StoredValue(kTaskSet, 0x811F), PropertyValue(std::wstring(L"Service South")));
-    EXPECT_EQ(*StoredValue(kTaskSet, 0x8111), PropertyValue(std::int32_t{480}));
+    EXPECT_EQ(*StoredValue(sets::kTask, 0x811F), PropertyValue(std::wstring(L"Service South")));
+    EXPECT_EQ(*StoredValue(sets::kTask, 0x8111), PropertyValue(std::int32_t{480}));
     EXPECT_EQ(Stored().properties.GetOr<PR_IMPORTANCE>(9), 0);
-    EXPECT_EQ(*StoredValue(kCommonSet, 0x8586), PropertyValue(std::wstring(L"Ann; Bob;Carl")));
+    EXPECT_EQ(*StoredValue(sets::kCommon, 0x8586), PropertyValue(std::wstring(L"Ann; Bob;Carl")));
 }
 
 TEST_F(TaskFieldTest, RefusedValuesAndNamesChangeNothing) {
@@ -179,7 +179,7 @@ TEST_F(TaskFieldTest, OnlyCompleteSavesTheTask) {
     ASSERT_EQ(Home().Messages().size(), 1u);
     ExpectReads({{L"Complete", L"True"}, {L"Status", L"Complete"}, {L"% Complete", L"100"}});
     EXPECT_EQ(Set(L"Complete", L"yes"), L"0");
-    EXPECT_EQ(*StoredValue(kTaskSet, 0x811C), PropertyValue(false));
+    EXPECT_EQ(*StoredValue(sets::kTask, 0x811C), PropertyValue(false));
 }
 
 TEST_F(TaskFieldTest, AnAssignedTaskHasThePersonAndAnIdOfItsOwn) {
@@ -206,7 +206,7 @@ TEST_F(TaskFieldTest, AnAssigneeThatDoesNotResolveLeavesTheTaskAssigned) {
                   subsystem + L"80040700\rMAPI_E_AMBIGUOUS_RECIP");
     ASSERT_EQ(Home().Messages().size(), 1u);
     EXPECT_TRUE(Stored().recipients.empty());
-    EXPECT_EQ(*StoredValue(kCommonSet, 0x8518), PropertyValue(std::int32_t{1}));
+    EXPECT_EQ(*StoredValue(sets::kCommon, 0x8518), PropertyValue(std::int32_t{1}));
     const std::vector<std::pair<const wchar_t*, std::uint64_t>> steps{
         {L"IMAPISession::OpenAddressBook", 1}, {L"IMAPISession::OpenAddressBook", 2},
         {L"IAddrBook::ResolveName", 1},        {L"IMessage::ModifyRecipients", 1},

@@ -49,8 +49,8 @@ PropertyTag FieldTest::TagOf(const GUID& set, std::uint32_t number, PropertyType
     return PROP_TAG(type, Home().Names().Id({set, number}, true));
 }
 
-void FieldTest::Put(MessageToAdd& message, const std::vector<NamedValue>& values) {
-    for (const NamedValue& each : values) {
+void FieldTest::Put(MessageToAdd& message, const std::vector<NumberedProperty>& values) {
+    for (const NumberedProperty& each : values) {
         message.more.Put(TagOf(each.set, each.number, each.type), each.value);
     }
 }
@@ -111,11 +111,11 @@ MessageToAdd FieldTest::Ordinary(const wchar_t* messageClass) {
     message.more.Set<PR_SENSITIVITY>(1);
     message.more.Set<PR_CONVERSATION_TOPIC_W>(L"Order");
     message.more.Set<PR_CONVERSATION_INDEX>(Bytes{0x01, 0xD0});
-    Put(message, {{kCommonSet, 0x8534, PT_UNICODE, L"12 km"},
-                  {kCommonSet, 0x8535, PT_UNICODE, L"4711"},
-                  {kCommonSet, 0x8539, PT_MV_UNICODE, std::vector<std::wstring>{L"Example Trading"}},
-                  {kCommonSet, 0x850E, PT_BOOLEAN, true},
-                  {kCommonSet, 0x8511, PT_LONG, std::int32_t{3}}});
+    Put(message, {{sets::kCommon, 0x8534, PT_UNICODE, L"12 km"},
+                  {sets::kCommon, 0x8535, PT_UNICODE, L"4711"},
+                  {sets::kCommon, 0x8539, PT_MV_UNICODE, std::vector<std::wstring>{L"Example Trading"}},
+                  {sets::kCommon, 0x850E, PT_BOOLEAN, true},
+                  {sets::kCommon, 0x8511, PT_LONG, std::int32_t{3}}});
     const PropertyId keywords = Home().Names().Id({kPsPublicStrings, L"Keywords"}, true);
     message.more.Put(PROP_TAG(PT_MV_UNICODE, keywords), std::vector<std::wstring>{L"Red", L"Green"});
     return message;

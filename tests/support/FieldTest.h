@@ -34,23 +34,28 @@ using FieldWrites = std::vector<FieldWrite>;
 using FieldNames = std::vector<const wchar_t*>;
 
 /// A property of a property set by its number.
-struct NamedValue {
+struct NumberedProperty {
     GUID set;
     std::uint32_t number;
     standin::mailbox::PropertyType type;
     PropertyValue value;
 };
 
-inline constexpr GUID OutlookSet(unsigned long first) {
+/// The property sets of Outlook.
+namespace sets {
+
+constexpr GUID Outlook(unsigned long first) {
     return {first, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
 }
-inline constexpr GUID kCommonSet = OutlookSet(0x00062008);
-inline constexpr GUID kTaskSet = OutlookSet(0x00062003);
-inline constexpr GUID kAddressSet = OutlookSet(0x00062004);
-inline constexpr GUID kLogSet = OutlookSet(0x0006200A);
-inline constexpr GUID kNoteSet = OutlookSet(0x0006200E);
-inline constexpr GUID kRemoteSet = OutlookSet(0x00062014);
-inline constexpr GUID kSharingSet = OutlookSet(0x00062040);
+inline constexpr GUID kCommon = Outlook(0x00062008);
+inline constexpr GUID kTask = Outlook(0x00062003);
+inline constexpr GUID kAddress = Outlook(0x00062004);
+inline constexpr GUID kLog = Outlook(0x0006200A);
+inline constexpr GUID kNote = Outlook(0x0006200E);
+inline constexpr GUID kRemote = Outlook(0x00062014);
+inline constexpr GUID kSharing = Outlook(0x00062040);
+
+} // namespace sets
 
 /// What the fields are tested on: one record at a time in one folder.
 class FieldTest : public ScriptTest {
@@ -69,7 +74,7 @@ protected:
     /// The tag of a named property in the folder's store.
     standin::mailbox::PropertyTag TagOf(const GUID& set, std::uint32_t number,
                                         standin::mailbox::PropertyType type);
-    void Put(MessageToAdd& message, const std::vector<NamedValue>& values);
+    void Put(MessageToAdd& message, const std::vector<NumberedProperty>& values);
     /// A message of the class with what nearly all kinds of item have, each property with a value of its own.
     MessageToAdd Ordinary(const wchar_t* messageClass);
     /// Makes the message, put into the folder, the current record; gives its entry id.
