@@ -253,6 +253,12 @@ TEST_F(CustomFieldSessionTest, CustomFieldsNeedASessionAndAFolder) {
     ExpectFailure(L"VARD_GetCustomFieldData", {L""}, -1026, L"Must navigate to a folder before operation");
     ExpectFailure(L"VARD_CreateCustomField", {L"", L"Money"}, -1026,
                   L"Must navigate to a folder before operation");
+    const auto order = AddMessage(FolderAt(World(), L"Front Desk", L"Inbox"), {.subject = L"Order"});
+    ASSERT_EQ(Call(L"VARD_OpenRecord", {ToHex(order->EntryId())}), L"0"); // a folder, but no list of items
+    EXPECT_EQ(Call(L"VARD_CreateCustomField", {L"Price", L"Text"}), kError);
+    EXPECT_EQ(LastErrorCode(), 999);
+    EXPECT_EQ(LastErrorText().find(L"\rError: 80004003\nMessage:"), 0u)
+        << testing::PrintToString(LastErrorText());
 }
 
 } // namespace
