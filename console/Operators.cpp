@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <compare>
 
 namespace standin::console {
 
@@ -32,12 +33,12 @@ constexpr std::array kOperators{
         L"xor", 0, [](const Value& a, const Value& b) { return Value(a.AsBoolean() != b.AsBoolean()); }, {}},
     Operator{L"and", 1, [](const Value& a, const Value& b) { return Value(a.AsBoolean() && b.AsBoolean()); },
              false},
-    Operator{L"=", 2, [](const Value& a, const Value& b) { return Value(Compare(a, b) == 0); }, {}},
-    Operator{L"≠", 2, [](const Value& a, const Value& b) { return Value(Compare(a, b) != 0); }, {}},
-    Operator{L"<", 2, [](const Value& a, const Value& b) { return Value(Compare(a, b) < 0); }, {}},
-    Operator{L"≤", 2, [](const Value& a, const Value& b) { return Value(Compare(a, b) <= 0); }, {}},
-    Operator{L">", 2, [](const Value& a, const Value& b) { return Value(Compare(a, b) > 0); }, {}},
-    Operator{L"≥", 2, [](const Value& a, const Value& b) { return Value(Compare(a, b) >= 0); }, {}},
+    Operator{L"=", 2, [](const Value& a, const Value& b) { return Value(std::is_eq(Compare(a, b))); }, {}},
+    Operator{L"≠", 2, [](const Value& a, const Value& b) { return Value(std::is_neq(Compare(a, b))); }, {}},
+    Operator{L"<", 2, [](const Value& a, const Value& b) { return Value(std::is_lt(Compare(a, b))); }, {}},
+    Operator{L"≤", 2, [](const Value& a, const Value& b) { return Value(std::is_lteq(Compare(a, b))); }, {}},
+    Operator{L">", 2, [](const Value& a, const Value& b) { return Value(std::is_gt(Compare(a, b))); }, {}},
+    Operator{L"≥", 2, [](const Value& a, const Value& b) { return Value(std::is_gteq(Compare(a, b))); }, {}},
     Operator{L"&", 3, [](const Value& a, const Value& b) { return Value(a.AsText() + b.AsText()); }, {}},
     Operator{L"+", 4, [](const Value& a, const Value& b) { return Value(a.AsNumber() + b.AsNumber()); }, {}},
     Operator{L"-", 4, [](const Value& a, const Value& b) { return Value(a.AsNumber() - b.AsNumber()); }, {}},

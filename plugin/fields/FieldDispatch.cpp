@@ -156,6 +156,10 @@ const FieldRow* FindField(std::span<const FieldRow> fields, const std::wstring& 
 
 } // namespace
 
+std::span<const FieldRow> CommonFields() {
+    return kCommonFields;
+}
+
 bool COutlookFuncs::HasRecordOf(std::span<const ItemKind> kinds) {
     return FirstHeld(kinds) != nullptr;
 }

@@ -185,6 +185,9 @@ struct Vocabulary {
     bool tellsFields = false;      ///< the setter logs the name of the field that it sets
 };
 
+/// The fields that are read through MAPI whatever the kind of record.
+std::span<const FieldRow> CommonFields();
+
 /// The text of the field, or "!!ERROR!!" with the last error set: -1022 for a name that the kind can't read.
 std::wstring ReadField(const Vocabulary& vocabulary, const std::wstring& name, const FieldContext& context);
 

@@ -78,6 +78,10 @@ std::wstring DateOrNone(DATE date) {
 
 } // namespace
 
+std::span<const PatternField> PatternFields() {
+    return kFields;
+}
+
 const PatternField* FindPatternFieldToWrite(const std::wstring& name) {
     const auto field = std::ranges::find_if(
         kFields, [&](const PatternField& known) { return EqualIgnoringCase(known.name, name); });

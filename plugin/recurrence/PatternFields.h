@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 
 namespace varden {
@@ -26,6 +27,8 @@ struct PatternField {
     PatternForm form;
 };
 
+/// All of them.
+std::span<const PatternField> PatternFields();
 /// By the name with its blanks, without regard to case; null for an unknown name.
 const PatternField* FindPatternFieldToWrite(const std::wstring& name);
 /// By the name without blanks, without regard to case; null for an unknown name.

@@ -1,0 +1,165 @@
+// The page of fields: a table for each kind of record, from the vocabularies.
+#include "Pages.h"
+
+#include "fields/AppointmentFields.h"
+#include "fields/ContactFields.h"
+#include "fields/FieldTable.h"
+#include "fields/MailFields.h"
+#include "fields/MinorFields.h"
+#include "fields/TaskFields.h"
+#include "fields/ToDoFields.h"
+#include "recurrence/PatternFields.h"
+
+#include <array>
+
+namespace varden::reference {
+
+namespace {
+
+struct Section {
+    std::wstring_view title;
+    const Vocabulary& (*vocabulary)();
+};
+
+constexpr std::array kSections{
+    Section{L"Mail", MailVocabulary},
+    Section{L"Contact", ContactVocabulary},
+    Section{L"Appointment", AppointmentVocabulary},
+    Section{L"Task", TaskVocabulary},
+    Section{L"Note", NoteVocabulary},
+    Section{L"Journal entry", JournalVocabulary},
+    Section{L"Post", PostVocabulary},
+    Section{L"Distribution list", DistListVocabulary},
+    Section{L"Meeting message", MeetingVocabulary},
+    Section{L"Report", ReportVocabulary},
+    Section{L"Task request", TaskRequestVocabulary},
+    Section{L"Task request accepted", TaskRequestAcceptVocabulary},
+    Section{L"Task request declined", TaskRequestDeclineVocabulary},
+    Section{L"Task request update", TaskRequestUpdateVocabulary},
+    Section{L"Document", DocumentVocabulary},
+    Section{L"Remote item", RemoteVocabulary},
+    Section{L"Sharing message", SharingVocabulary},
+    Section{L"Storage item", StorageVocabulary},
+};
+
+std::wstring Words(std::span<const EnumWord> words) {
+    std::wstring text;
+    for (const EnumWord& word : words) {
+        text += (text.empty() ? L"`" : L", `") + std::wstring(word.word) + L"`";
+    }
+    return text;
+}
+
+std::wstring Reading(const FieldGet& get) {
+    switch (get.conversion) {
+    case GetBy::UnknownName:
+        return L"";
+    case GetBy::Date:
+        return L"date, `None` for none";
+    case GetBy::DateBlank:
+    case GetBy::MapiTime:
+        return L"date, empty for none";
+    case GetBy::Boolean:
+        return L"`True` or `False`";
+    case GetBy::Integer:
+        return L"number";
+    case GetBy::Words:
+        return Words(get.words->words);
+    case GetBy::MapiBinary:
+        return L"hexadecimal";
+    case GetBy::Text:
+    case GetBy::MapiText:
+    case GetBy::MapiOne:
+    case GetBy::Named:
+    case GetBy::Special:
+        return L"text";
+    }
+    return L"";
+}
+
+std::wstring Choices(const EnumChoice& choice) {
+    std::wstring letters;
+    for (const EnumLetter& each : choice.letters) {
+        letters +=
+            (letters.empty() ? L"a word that begins with `" : L", `") + std::wstring(1, each.letter) + L"`";
+    }
+    const std::wstring words = Words(choice.words);
+    return letters + (letters.empty() || words.empty() ? L"" : L"; ") + words;
+}
+
+std::wstring Writing(const FieldSet& set) {
+    switch (set.conversion) {
+    case SetBy::UnknownName:
+    case SetBy::Refused:
+        return L"";
+    case SetBy::Text:
+    case SetBy::Special:
+        return L"text";
+    case SetBy::Date:
+        return L"date, empty or `None` for none";
+    case SetBy::FlagT:
+        return L"true if it begins with `T`";
+    case SetBy::Long:
+        return L"number";
+    case SetBy::Choice:
+        return Choices(*set.choice);
+    }
+    return L"";
+}
+
+std::wstring Table(std::span<const FieldRow> fields) {
+    std::wstring table = L"| Field | Reads as | Is written as |\n|---|---|---|\n";
+    for (const FieldRow& row : fields) {
+        const std::wstring reading = Reading(row.get), writing = Writing(row.set);
+        if (!reading.empty() || !writing.empty()) {
+            table += L"| `" + std::wstring(row.name) + L"` | " + reading + L" | " + writing + L" |\n";
+        }
+    }
+    return table + L"\n";
+}
+
+std::wstring_view PatternText(PatternForm form) {
+    switch (form) {
+    case PatternForm::Integer:
+        return L"number";
+    case PatternForm::DayMask:
+        return L"names of days";
+    case PatternForm::Time:
+        return L"time";
+    case PatternForm::LowTruth:
+    case PatternForm::HighTruth:
+        return L"true or false";
+    case PatternForm::Date:
+        return L"date";
+    case PatternForm::Type:
+        return L"`Daily`, `Weekly`, `Monthly`, `Nth Month`, `Yearly`, `Nth Year`";
+    }
+    return L"";
+}
+
+} // namespace
+
+std::wstring FieldsPage() {
+    std::wstring page =
+        L"# Fields\n\n"
+        L"Names are compared exactly, with case. An empty column: the field can't be read, or can't "
+        L"be written. Dates\nare texts as the user's locale writes them.\n\n"
+        L"## Every record\n\n"
+        L"Read before the fields of the record's own kind.\n\n" +
+        Table(CommonFields()) +
+        L"## Marked as task\n\n"
+        L"Mails, contacts and what else Outlook lets a user flag for follow-up, from version 12 "
+        L"on.\n\n" +
+        Table(ToDoFields());
+    for (const Section& section : kSections) {
+        page += L"## " + std::wstring(section.title) + L"\n\n" + Table(section.vocabulary().fields);
+    }
+    page += L"## Recurrence pattern\n\nWhile a pattern is open.\n\n| Field | Reads and is written as "
+            L"|\n|---|---|\n";
+    for (const PatternField& field : PatternFields()) {
+        page += L"| `" + std::wstring(field.name) + L"` | " + std::wstring(PatternText(field.form)) + L" |\n";
+    }
+    return page;
+}
+
+} // namespace varden::reference
