@@ -235,14 +235,18 @@ std::optional<OwnedValue> MakeValue(const ValueRow& row, IMessage& old, ULONG ow
         }
         break;
     case ValueFrom::OldText:
-    case ValueFrom::OldLocation:
-        if (!value.Read(old, row.from == ValueFrom::OldText ? ownTag : before) ||
-            value.Type() != PT_UNICODE) {
+    case ValueFrom::OldLocation: {
+        const ULONG textTag = row.from == ValueFrom::OldText ? ownTag : before;
+        if (!value.Read(old, CHANGE_PROP_TYPE(textTag, PT_UNICODE))) { // untyped it comes in the code page
             value.SetEmptyText();
         }
         break;
+    }
     case ValueFrom::OldAsTime:
         if (value.Read(old, ownTag)) {
+            if (value.Type() == PT_LONG) {
+                value->Value.ft.dwHighDateTime = 0; // the time's other half, which a long hasn't got
+            }
             value->ulPropTag = PT_SYSTIME; // a wrong label that is kept
         } else {
             value.SetLong(0);

@@ -123,6 +123,16 @@ Heading HeadingFor(long status, bool isUpdate, const std::optional<std::wstring>
     return heading;
 }
 
+/// The number that the meeting's status begins with. Its type isn't asked for: a meeting that was prepared
+/// for sending has it labelled as a time.
+long MeetingStatusOf(IMessage& message) {
+    ULONG statusTag = 0;
+    mapi::Block<SPropValue> status;
+    const bool isRead = mapi_PropTagFromFieldName(L"Meeting Status", statusTag, &message) &&
+                        SUCCEEDED(mapi::GetOneProp(&message, statusTag, status.Out()));
+    return isRead ? status->Value.l : kStatusReceived;
+}
+
 /// The meeting's final properties; a failure is told to the log only.
 void SetFinalProperties(IMessage& message, long status) {
     constexpr std::array names{
@@ -307,9 +317,7 @@ HRESULT COutlookFuncs::PointAtSentItems(IMessage& message, IMsgStore* store) {
 
 HRESULT COutlookFuncs::mapi_FinishMeetingMessage(IMessage& message, bool isUpdate) {
     const LoggedOperation log(L"mapi_FinishMeetingMessage");
-    ULONG statusTag = 0;
-    const bool isKnown = mapi_PropTagFromFieldName(L"Meeting Status", statusTag, &message);
-    const long status = (isKnown ? LongOf(message, statusTag) : std::nullopt).value_or(kStatusReceived);
+    const long status = MeetingStatusOf(message);
     const Heading heading = HeadingFor(status, isUpdate, TextOf(message, tag::kConversationTopic));
     if (const HRESULT written = WriteHeading(message, heading.prefix, heading.subject, heading.messageClass);
         FAILED(written)) {

@@ -89,7 +89,9 @@ HRESULT CopyProperties(IMessage& from, IMessage& to) {
 
 } // namespace
 
-HRESULT COutlookFuncs::mapi_SendMeetingAccept(IMessage* message, IMsgStore* store) {
+/// `entryId` becomes that of the entry on the calendar once that is the current record; where no response is
+/// wanted it is that of the item that was answered, taken while the item is there.
+HRESULT COutlookFuncs::mapi_SendMeetingAccept(IMessage* message, IMsgStore* store, std::wstring& entryId) {
     const LoggedOperation log(L"mapi_SendMeetingAccept");
     if (m_lMeetingResponse != kAccepted) {
         return FailStep(E_INVALIDARG,
@@ -97,6 +99,7 @@ HRESULT COutlookFuncs::mapi_SendMeetingAccept(IMessage* message, IMsgStore* stor
                         L"meetings.");
     }
     m_objAppointmentItem.Call(L"Save");
+    entryId = m_objAppointmentItem.GetText(L"EntryID");
     mapi::Pointer<IMessage> entry;
     HRESULT status = mapi_CopyMeetingToCalendar(mapi::Present(message), store, entry);
     if (FAILED(status)) {
@@ -111,15 +114,20 @@ HRESULT COutlookFuncs::mapi_SendMeetingAccept(IMessage* message, IMsgStore* stor
     if (FAILED(status)) {
         return status;
     }
-    // The deleted item stays usable in memory. Its three texts are fetched anew each, so that none is ever
-    // the same text object as another, which alone would end the flow here.
-    m_objAppointmentItem.GetText(L"Organizer");
-    m_objAppointmentItem.GetText(L"RequiredAttendees");
-    m_objAppointmentItem.GetText(L"OptionalAttendees");
+    // Three texts of the deleted item are fetched anew each, so that none is ever the same text object as
+    // another, which alone would end the flow here. Whether they can be had still doesn't matter then.
+    for (const wchar_t* text : {L"Organizer", L"RequiredAttendees", L"OptionalAttendees"}) {
+        _variant_t unused;
+        m_objAppointmentItem.TryGet(text, unused);
+    }
     if (WantsNoResponse(entry.Required())) {
         return S_OK;
     }
-    return SendResponse(entry, store);
+    status = SendResponse(entry, store);
+    if (SUCCEEDED(status)) {
+        entryId = m_objAppointmentItem.GetText(L"EntryID");
+    }
+    return status;
 }
 
 HRESULT COutlookFuncs::SendResponse(const mapi::Pointer<IMessage>& entry, IMsgStore* store) {
