@@ -89,9 +89,7 @@ HRESULT CopyProperties(IMessage& from, IMessage& to) {
 
 } // namespace
 
-/// `entryId` becomes that of the entry on the calendar once that is the current record; where no response is
-/// wanted it is that of the item that was answered, taken while the item is there.
-HRESULT COutlookFuncs::mapi_SendMeetingAccept(IMessage* message, IMsgStore* store, std::wstring& entryId) {
+HRESULT COutlookFuncs::mapi_SendMeetingAccept(IMessage* message, IMsgStore* store) {
     const LoggedOperation log(L"mapi_SendMeetingAccept");
     if (m_lMeetingResponse != kAccepted) {
         return FailStep(E_INVALIDARG,
@@ -99,7 +97,6 @@ HRESULT COutlookFuncs::mapi_SendMeetingAccept(IMessage* message, IMsgStore* stor
                         L"meetings.");
     }
     m_objAppointmentItem.Call(L"Save");
-    entryId = m_objAppointmentItem.GetText(L"EntryID");
     mapi::Pointer<IMessage> entry;
     HRESULT status = mapi_CopyMeetingToCalendar(mapi::Present(message), store, entry);
     if (FAILED(status)) {
@@ -114,20 +111,15 @@ HRESULT COutlookFuncs::mapi_SendMeetingAccept(IMessage* message, IMsgStore* stor
     if (FAILED(status)) {
         return status;
     }
-    // Three texts of the deleted item are fetched anew each, so that none is ever the same text object as
-    // another, which alone would end the flow here. Whether they can be had still doesn't matter then.
+    // The deleted item stays readable. Its three texts are fetched anew each, so that none is ever the same
+    // text object as another, which alone would end the flow here.
     for (const wchar_t* text : {L"Organizer", L"RequiredAttendees", L"OptionalAttendees"}) {
-        _variant_t unused;
-        m_objAppointmentItem.TryGet(text, unused);
+        m_objAppointmentItem.GetText(text);
     }
     if (WantsNoResponse(entry.Required())) {
         return S_OK;
     }
-    status = SendResponse(entry, store);
-    if (SUCCEEDED(status)) {
-        entryId = m_objAppointmentItem.GetText(L"EntryID");
-    }
-    return status;
+    return SendResponse(entry, store);
 }
 
 HRESULT COutlookFuncs::SendResponse(const mapi::Pointer<IMessage>& entry, IMsgStore* store) {

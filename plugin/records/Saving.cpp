@@ -130,9 +130,9 @@ COutlookFuncs::SaveOutcome COutlookFuncs::SaveAppointment(const outlook::Referen
         return {SUCCEEDED(status) ? item.GetText(L"EntryID") : kErrorText};
     }
     if (IsWord(option, L"ApptResponse")) {
-        std::wstring entryId;
-        const HRESULT status = mapi_SendMeetingAccept(m_pMessage.Get(), m_pMsgStore.Get(), entryId);
-        return {SUCCEEDED(status) ? entryId : kErrorText};
+        const HRESULT status = mapi_SendMeetingAccept(m_pMessage.Get(), m_pMsgStore.Get());
+        // The response leaves another appointment current, the one on the calendar.
+        return {SUCCEEDED(status) ? Item(ItemKind::Appointment).GetText(L"EntryID") : kErrorText};
     }
     Fail(error::kParameter, *option);
     return {{}, true};

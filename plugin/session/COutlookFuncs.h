@@ -140,7 +140,7 @@ public:
     /// Sends a meeting's request, update or cancellation.
     HRESULT mapi_SendMeeting(IMessage* message, IMsgStore* store);
     /// Accepts a meeting: puts it on the calendar and answers its organizer.
-    HRESULT mapi_SendMeetingAccept(IMessage* message, IMsgStore* store, std::wstring& entryId);
+    HRESULT mapi_SendMeetingAccept(IMessage* message, IMsgStore* store);
     /// Builds a task request in the Outbox, with the task embedded, and leaves it unsent.
     HRESULT mapi_CreateTaskRequest(IMessage* task, IMsgStore* store, mapi::Pointer<IMessage>& request);
     HRESULT mapi_OpenFolderFromStoreProp(mapi::Pointer<IMAPIFolder>& folder, ULONG folderTag,

@@ -180,7 +180,9 @@ TEST_F(ItemTest, DeletedItemsGoToDeletedItemsFirst) {
     const Object inbox = DefaultFolder(kInbox);
     const Object deleted = DefaultFolder(kDeletedItems);
     const Object item = AddItem(inbox, L"Old");
+    const std::wstring id = item.Text(L"EntryID");
     item.Call(L"Delete");
+    EXPECT_EQ(item.Text(L"EntryID"), id) << "what it was";
     EXPECT_EQ(item.Text(L"Subject"), L"Old") << "in memory";
     for (const wchar_t* method : {L"Save", L"Delete"})
         EXPECT_EQ(item.TryCall(method).Status(), MAPI_E_OBJECT_DELETED);
