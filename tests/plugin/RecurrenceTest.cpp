@@ -349,6 +349,26 @@ TEST_F(RecurrenceTest, WhatIsNotOpenIsTold) {
     EXPECT_EQ(Get(L"Recurrence State"), L"Not Recurring"); // nothing of this made it recur
 }
 
+class ExceptionItemTest : public RecurrenceTest {
+protected:
+    ExceptionItemTest() : RecurrenceTest(kFullPlugin) {}
+};
+
+TEST_F(ExceptionItemTest, PropertiesOfAnExceptionsItemAreCountedAndOpened) {
+    const std::wstring noRecord = L"Item operation called without opening/creating a record\r";
+    NewSeriesWithExceptions();
+    ExpectFailure(L"VARD_RPEIGetPropertyCount", {}, -1023,
+                  noRecord + L"Must open recurrence pattern exception first");
+    ExpectFailure(L"VARD_RPEIOpenPropertyAt", {L"1"}, -1023,
+                  noRecord + L"Must open recurrence pattern exception item first");
+    ASSERT_EQ(Call(L"VARD_RPOpenFirstException"), L"0");
+    EXPECT_EQ(Call(L"VARD_RPEIOpenPropertyAt", {L"1"}), L"End"); // there is no list yet
+    EXPECT_GT(std::stoi(Call(L"VARD_RPEIGetPropertyCount")), 0);
+    EXPECT_EQ(Call(L"VARD_RPEIOpenPropertyAt", {L"1"}), L"0");
+    Varden().Watch().FailMember(L"Exception::ItemProperties", E_ACCESSDENIED);
+    EXPECT_EQ(Call(L"VARD_RPEIGetPropertyCount"), L"MAPI_E_NO_ACCESS");
+}
+
 class UnconnectedRecurrenceTest : public ScriptTest {};
 
 TEST_F(UnconnectedRecurrenceTest, WithoutASessionNothingRecurs) {
