@@ -38,14 +38,17 @@ constexpr std::array kDescriptions{
                 L"root folder, `Customers` below the current one. A filter is cleared.",
                 kZero},
     Description{155,
-                L"Makes a new record, unsaved, which becomes the current one: `Mail`, `Contact`, "
-                L"`Calendar`, `Tasks`, `Note`, `Journal`, `Post`, "
-                L"`DistList`; without a word, of the kind that belongs into the current folder.",
+                L"Makes a new record, unsaved, in the current folder, which becomes the current record: "
+                L"`Contacts`, `Calendar`, `Tasks`, `Task Request`, `Mail`, `Note`, `Journal`, `Post`, "
+                L"`Distribution List`; without a word, of the kind that belongs into the folder.",
                 kZero},
     Description{156, L"Writes a field of the current record, see the page of fields.", kZero},
     Description{
-        157, L"Saves the current record. The option word decides whether a mail or a meeting is also sent.",
-        L"`0`, or what the option gives"},
+        157,
+        L"Saves the current record. A mail is sent unless the word is `DontSend`; an appointment goes "
+        L"out as a meeting request with `Send`, and is answered with `ApptResponse`. With `keep open` "
+        L"the record stays current, as it does without a word.",
+        L"the record's id"},
     Description{158,
                 L"Deletes a record by its id; for good if the second argument begins with `Y`, `T` or `1`.",
                 kZero},
@@ -55,7 +58,7 @@ constexpr std::array kDescriptions{
                 kZero},
     Description{160, L"Opens a record by its id, and makes it the current one.", kZero},
     Description{161, L"Reads a field of the current record, see the page of fields.", L"the field's text"},
-    Description{162, L"Compares a field with a text.", L"whether they are the same"},
+    Description{162, L"Compares a field with a text.", L"`0` if they are the same, `1` if not"},
     Description{163, L"Opens the first record of the current folder that passes the filter.",
                 L"the record's id, or `End`"},
     Description{164, L"Opens the next one.", L"the record's id, or `End`"},

@@ -149,7 +149,7 @@ std::wstring COutlookFuncs::GetAttachmentCount() {
         return kErrorText;
     }
     Operation operation(L"GetAttachmentCount");
-    const auto fail = [&](HRESULT status, std::wstring reason) {
+    const auto fail = [&](HRESULT status, const std::wstring& reason) {
         return operation.Fail(error::kMapi, status, reason + L' ' + mapi_HResultToText(status));
     };
     mapi::Pointer<IMAPITable> table;

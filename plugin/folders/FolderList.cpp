@@ -56,7 +56,7 @@ std::wstring COutlookFuncs::GetFirstFolder(const ScriptText& item) {
     if (!BuildMailFolderList()) {
         return operation.Fail(error::kMapi, L"Unable to build the mail folder list");
     }
-    const std::wstring answer = GetNextFolder();
+    std::wstring answer = GetNextFolder();
     LogLine(L"Returning %ls", answer.c_str());
     return answer;
 }

@@ -119,7 +119,7 @@ std::wstring COutlookFuncs::GetFirstRootFolder() {
     const Operation operation(L"GetFirstRootFolder");
     m_nRootFolderIndex = 1;
     LogLine(L"Set Root folder index to 1");
-    const std::wstring answer = GetNextRootFolder();
+    std::wstring answer = GetNextRootFolder();
     LogLine(L"Returning %ls", answer.c_str());
     return answer;
 }

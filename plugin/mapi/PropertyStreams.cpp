@@ -34,7 +34,7 @@ HRESULT OpenStream(IMessage& message, ULONG tag, Stream& stream) {
 }
 
 /// The words for a property that could not be opened, or `otherwise`.
-std::wstring OpenFailureText(HRESULT status, std::wstring otherwise) {
+std::wstring OpenFailureText(HRESULT status, const std::wstring& otherwise) {
     const auto row = std::ranges::find(kOpenFailures, status, &OpenFailure::status);
     return row == kOpenFailures.end() ? otherwise : row->text;
 }

@@ -39,7 +39,7 @@ public:
     IErrorInfoPtr ErrorInfo() const {
         ICreateErrorInfoPtr created;
         if (FAILED(CreateErrorInfo(&created))) {
-            return nullptr;
+            return {};
         }
         created->SetSource(m_info.bstrSource);
         created->SetDescription(m_info.bstrDescription);
@@ -92,11 +92,11 @@ HRESULT Reference::Query(IUnknown* object) {
 Reference::Failure Reference::Invoke(WORD kind, const wchar_t* member, Values arguments,
                                      VARIANT* result) const {
     if (!m_object) {
-        return {E_POINTER, nullptr};
+        return {E_POINTER, {}};
     }
     DISPID id = DISPID_UNKNOWN;
     if (const HRESULT status = m_type->IdOf(*m_object.GetInterfacePtr(), member, id); FAILED(status)) {
-        return {status, nullptr};
+        return {status, {}};
     }
     // Automation takes the arguments last first. They are lent, not copied.
     std::vector<VARIANT> reversed(arguments.begin(), arguments.end());
@@ -110,7 +110,7 @@ Reference::Failure Reference::Invoke(WORD kind, const wchar_t* member, Values ar
     const HRESULT status = m_object.GetInterfacePtr()->Invoke(
         id, IID_NULL, LOCALE_USER_DEFAULT, kind, &parameters, result, exception.Fill(), &badArgument);
     if (status != DISP_E_EXCEPTION) {
-        return {status, nullptr};
+        return {status, {}};
     }
     exception.Complete();
     return {exception.Status(), exception.ErrorInfo()};
@@ -164,11 +164,11 @@ HRESULT Reference::TryCall(const wchar_t* member, Values arguments, _variant_t& 
 }
 
 IUnknownPtr UnknownOf(const _variant_t& object) {
-    return object.vt == VT_DISPATCH || object.vt == VT_UNKNOWN ? IUnknownPtr(object.punkVal) : nullptr;
+    return object.vt == VT_DISPATCH || object.vt == VT_UNKNOWN ? IUnknownPtr(object.punkVal) : IUnknownPtr();
 }
 
 IDispatchPtr DispatchOf(const _variant_t& object) {
-    return object.vt == VT_DISPATCH ? IDispatchPtr(object.pdispVal) : nullptr;
+    return object.vt == VT_DISPATCH ? IDispatchPtr(object.pdispVal) : IDispatchPtr();
 }
 
 _variant_t MissingArgument() {

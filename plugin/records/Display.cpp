@@ -129,7 +129,7 @@ std::wstring COutlookFuncs::ReplyToMessage(const ScriptText& entryId, const Scri
             }
         }
         m_objMailItem.Call(L"Save");
-        if (const std::wstring added = addedBody ? AddToBody(*addedBody, bodyFormat) : kSuccessText;
+        if (std::wstring added = addedBody ? AddToBody(*addedBody, bodyFormat) : kSuccessText;
             added != kSuccessText) {
             operation.Failed();
             return added;

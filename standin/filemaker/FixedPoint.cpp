@@ -90,7 +90,7 @@ std::string Quotient(const std::string& a, const std::string& b) {
     for (const char digit : a) {
         remainder += digit;
         char times = '0';
-        while (CompareDigits(remainder, b) >= 0) {
+        while (std::is_gteq(CompareDigits(remainder, b))) {
             remainder = Difference(remainder, b);
             ++times;
         }
@@ -192,8 +192,9 @@ FixedPoint operator+(const FixedPoint& a, const FixedPoint& b) {
     if (a.m_negative == b.m_negative) {
         return FixedPoint(a.m_negative, Sum(left, right), scale);
     }
-    return CompareDigits(left, right) >= 0 ? FixedPoint(a.m_negative, Difference(left, right), scale)
-                                           : FixedPoint(b.m_negative, Difference(right, left), scale);
+    return std::is_gteq(CompareDigits(left, right))
+               ? FixedPoint(a.m_negative, Difference(left, right), scale)
+               : FixedPoint(b.m_negative, Difference(right, left), scale);
 }
 
 FixedPoint operator*(const FixedPoint& a, const FixedPoint& b) {
@@ -220,8 +221,7 @@ std::strong_ordering operator<=>(const FixedPoint& a, const FixedPoint& b) {
     }
     std::string left = a.m_digits, right = b.m_digits;
     CommonScale(left, a.m_scale, right, b.m_scale);
-    const auto order = CompareDigits(left, right);
-    return a.m_negative ? 0 <=> order : order;
+    return a.m_negative ? CompareDigits(right, left) : CompareDigits(left, right);
 }
 
 } // namespace standin::filemaker
