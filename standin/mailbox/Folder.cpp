@@ -185,7 +185,7 @@ HRESULT Folder::Delete() {
 
 void Folder::MarkDeleted() {
     for (const auto& [id, message] : m_messageById)
-        message->m_folder = nullptr;
+        message->MarkRemoved();
     for (const auto& subfolder : m_subfolders)
         subfolder->MarkDeleted();
     m_messages.clear();

@@ -76,7 +76,7 @@ std::shared_ptr<Message> Folder::Unlink(Message& message) {
     std::vector<Message*>& list = message.m_associated ? m_associated : m_messages;
     list.erase(PositionById(list, message.m_id));
     m_messageById.erase(message.m_id);
-    message.m_folder = nullptr;
+    message.MarkRemoved();
     ++m_contentsVersion;
     return held;
 }

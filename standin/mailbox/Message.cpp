@@ -58,7 +58,13 @@ void CompleteRecipient(PropertyBag& row, std::uint32_t rowId) {
 } // namespace
 
 Bytes Message::EntryId() const {
-    return m_folder ? MakeMessageEntryId(m_folder->Store().Key(), m_folder->Id(), m_id) : Bytes();
+    return m_folder ? MakeMessageEntryId(m_folder->Store().Key(), m_folder->Id(), m_id) : m_formerEntryId;
+}
+
+/// Whoever has the message open knows it by the id under which it was opened.
+void Message::MarkRemoved() {
+    m_formerEntryId = EntryId();
+    m_folder = nullptr;
 }
 
 bool Message::IsWritable() const {

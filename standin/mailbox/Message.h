@@ -40,6 +40,7 @@ class Message final : public MessageProperties, public std::enable_shared_from_t
 public:
     /// The counter that names the message within its store; ascending in order of arrival within a folder.
     std::uint64_t Id() const { return m_id; }
+    /// Of a removed message, the one that it had.
     Bytes EntryId() const;
     bool IsAssociated() const { return m_associated; }
     bool IsRemoved() const { return m_folder == nullptr; }
@@ -66,9 +67,11 @@ private:
     friend class Folder;
     friend class OpenMessage;
     HRESULT Replace(ContentPtr content);
+    void MarkRemoved();
 
     Folder* m_folder = nullptr;
     NamedProperties* m_names = nullptr;
+    Bytes m_formerEntryId; // empty until it is removed
     std::uint64_t m_id = 0;
     std::uint64_t m_changeNumber = 0;
     bool m_associated = false;

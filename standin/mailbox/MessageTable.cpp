@@ -104,7 +104,7 @@ bool ParentEntryId(const PropertyObject& object, Value& value) {
 
 bool EntryIdOf(const PropertyObject& object, Value& value) {
     const Message* saved = Of(object).SavedMessage();
-    return saved && !saved->IsRemoved() && Give(value, saved->EntryId());
+    return saved && Give(value, saved->EntryId());
 }
 
 bool RecordKey(const PropertyObject& object, Value& value) {
