@@ -70,28 +70,30 @@ Recorder::~Recorder() {
 
 void Recorder::Reset() {
     m_calls.fill(0);
-    m_callsToFailure = 0;
+    m_plans.clear();
     m_hasFailed = false;
     m_lines.clear();
     m_violations.clear();
 }
 
 void Recorder::FailCall(std::uint64_t number, HRESULT status, std::vector<Side> sides) {
-    m_failSide.fill(false);
+    Plan plan{.callsToFailure = number, .status = status};
     for (const Side side : sides) {
-        m_failSide[static_cast<std::size_t>(side)] = true;
+        plan.sides[static_cast<std::size_t>(side)] = true;
     }
-    m_failMember.clear();
-    m_callsToFailure = number;
-    m_failure = status;
+    m_plans = {plan};
     m_hasFailed = false;
 }
 
 void Recorder::FailMember(std::wstring interfaceAndMember, HRESULT status, std::uint64_t number) {
-    m_failSide.fill(true);
-    m_failMember = std::move(interfaceAndMember);
-    m_callsToFailure = number;
-    m_failure = status;
+    m_plans.clear();
+    AlsoFailMember(std::move(interfaceAndMember), status, number);
+}
+
+void Recorder::AlsoFailMember(std::wstring interfaceAndMember, HRESULT status, std::uint64_t number) {
+    Plan plan{.member = std::move(interfaceAndMember), .callsToFailure = number, .status = status};
+    plan.sides.fill(true);
+    m_plans.push_back(std::move(plan));
     m_hasFailed = false;
 }
 
@@ -108,11 +110,23 @@ void Recorder::StopTrace() {
     }
 }
 
-bool Recorder::IsToFail(Side side, const wchar_t* interfaceName, const wchar_t* member) const {
-    if (m_callsToFailure == 0 || !m_failSide[static_cast<std::size_t>(side)]) {
-        return false;
-    }
-    return m_failMember.empty() || m_failMember == std::wstring(interfaceName) + L"::" + member;
+bool Recorder::Plan::Counts(Side side, const wchar_t* interfaceName, const wchar_t* called) const {
+    return sides[static_cast<std::size_t>(side)] &&
+           (member.empty() || member == std::wstring(interfaceName) + L"::" + called);
+}
+
+/// Counts the call for every plan that it belongs to. Of several that are due the first decides.
+HRESULT Recorder::PlannedStatus(Side side, const wchar_t* interfaceName, const wchar_t* member) {
+    HRESULT status = S_OK;
+    std::erase_if(m_plans, [&](Plan& plan) {
+        if (!plan.Counts(side, interfaceName, member) || --plan.callsToFailure != 0) {
+            return false;
+        }
+        status = status == S_OK ? plan.status : status;
+        m_hasFailed = true;
+        return true;
+    });
+    return status;
 }
 
 HRESULT Recorder::Begin(Side side, const wchar_t* interfaceName, const wchar_t* member) {
@@ -121,11 +135,7 @@ HRESULT Recorder::Begin(Side side, const wchar_t* interfaceName, const wchar_t* 
     if (m_roundTrip > 0 && side != Side::FileMaker) {
         BusyWait(m_roundTrip);
     }
-    if (IsToFail(side, interfaceName, member) && --m_callsToFailure == 0) {
-        m_hasFailed = true;
-        return m_failure;
-    }
-    return S_OK;
+    return PlannedStatus(side, interfaceName, member);
 }
 
 void Recorder::End(Side side, const wchar_t* interfaceName, const wchar_t* member, HRESULT status) {

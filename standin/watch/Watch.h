@@ -98,6 +98,8 @@ public:
     void FailCall(std::uint64_t number, HRESULT status, std::vector<Side> sides);
     /// The `number`-th call (from 1) of this member from now on answers `status`: "IMAPITable::SetColumns".
     void FailMember(std::wstring interfaceAndMember, HRESULT status, std::uint64_t number = 1);
+    /// The same for one member more, counted from now on as well; what is planned stays.
+    void AlsoFailMember(std::wstring interfaceAndMember, HRESULT status, std::uint64_t number = 1);
     /// Whether the planned failure has come to pass.
     bool HasFailed() const { return m_hasFailed; }
 
@@ -117,13 +119,18 @@ public:
     void Violation(const std::wstring& text) override;
 
 private:
-    bool IsToFail(Side side, const wchar_t* interfaceName, const wchar_t* member) const;
+    struct Plan {
+        std::array<bool, kSideCount> sides{};
+        std::wstring member; ///< empty: any on the sides
+        std::uint64_t callsToFailure = 0;
+        HRESULT status = S_OK;
+
+        bool Counts(Side side, const wchar_t* interfaceName, const wchar_t* member) const;
+    };
+    HRESULT PlannedStatus(Side side, const wchar_t* interfaceName, const wchar_t* member);
 
     std::array<std::uint64_t, kSideCount> m_calls{};
-    std::array<bool, kSideCount> m_failSide{};
-    std::wstring m_failMember;          // empty: any member on the sides to fail
-    std::uint64_t m_callsToFailure = 0; // 0: none planned
-    HRESULT m_failure = S_OK;
+    std::vector<Plan> m_plans; // those whose failure is still to come
     bool m_hasFailed = false;
     double m_roundTrip = 0;
     std::FILE* m_trace = nullptr;
