@@ -53,18 +53,48 @@ HRESULT CopyToFile(const Stream& data, const Stream& file, ULONG size) {
     return FAILED(status) ? status : file->Commit(STGC_DEFAULT);
 }
 
+/// The file that a save writes. Once begun it stays only if it is finished, so that nobody takes half an
+/// attachment for the whole. Stands before what has the file open, which must have let go of it by the end.
+class TargetFile {
+public:
+    explicit TargetFile(const std::wstring& path) : m_path(path) {}
+    ~TargetFile() {
+        if (m_isUnfinished) {
+            DeleteFileW(m_path.c_str());
+        }
+    }
+    TargetFile(const TargetFile&) = delete;
+    TargetFile& operator=(const TargetFile&) = delete;
+
+    /// Takes note of how making the file went, and of how the last step of writing it did.
+    HRESULT Begun(HRESULT status) {
+        m_isUnfinished = SUCCEEDED(status);
+        return status;
+    }
+    HRESULT Finished(HRESULT status) {
+        m_isUnfinished = FAILED(status);
+        return status;
+    }
+
+private:
+    const std::wstring& m_path;
+    bool m_isUnfinished = false;
+};
+
 SaveResult SaveStream(const Stream& data, const std::wstring& path, ULONG size, const CopyTexts& texts) {
+    TargetFile target(path);
     Stream file;
-    if (const HRESULT status = OpenFileStream(path, file); FAILED(status)) {
+    if (const HRESULT status = target.Begun(OpenFileStream(path, file)); FAILED(status)) {
         return {status, texts.noFile};
     }
-    const HRESULT status = CopyToFile(data, file, size);
+    const HRESULT status = target.Finished(CopyToFile(data, file, size));
     return {status, FAILED(status) ? texts.notCopied : L""};
 }
 
 SaveResult SaveByValue(IAttach& attachment, const std::wstring& path, ULONG size) {
+    TargetFile target(path);
     Stream file;
-    if (const HRESULT status = OpenFileStream(path, file); FAILED(status)) {
+    if (const HRESULT status = target.Begun(OpenFileStream(path, file)); FAILED(status)) {
         return {status, L"Cannot open stream on file"};
     }
     Stream data;
@@ -72,20 +102,15 @@ SaveResult SaveByValue(IAttach& attachment, const std::wstring& path, ULONG size
         FAILED(status)) {
         return {status, L"Error opening attachment bin property"};
     }
-    const HRESULT status = CopyToFile(data, file, size);
+    const HRESULT status = target.Finished(CopyToFile(data, file, size));
     return {status, FAILED(status) ? L"Error copying stream to file" : L""};
 }
 
-/// The object's storage, in a compound file that bears the class of MSG files.
-SaveResult SaveOleStorage(const mapi::Pointer<IStorage>& data, const std::wstring& path) {
+HRESULT WriteOleStorage(const mapi::Pointer<IStorage>& data, const mapi::Pointer<IStorage>& file) {
     IMalloc* allocator = mapi::DefaultMalloc();
     mapi::MsgSession session;
-    mapi::Pointer<IStorage> file;
     mapi::Pointer<IMessage> message;
-    HRESULT status = mapi::CreateMsgStorage(path, file);
-    if (SUCCEEDED(status)) {
-        status = session.Open(allocator);
-    }
+    HRESULT status = session.Open(allocator);
     if (SUCCEEDED(status)) {
         status = session.OpenMessage(allocator, file.Get(), message);
     }
@@ -98,10 +123,17 @@ SaveResult SaveOleStorage(const mapi::Pointer<IStorage>& data, const std::wstrin
     if (SUCCEEDED(status)) {
         status = message->SaveChanges(KEEP_OPEN_READWRITE);
     }
-    if (SUCCEEDED(status)) {
-        status = file->Commit(STGC_DEFAULT);
+    return SUCCEEDED(status) ? file->Commit(STGC_DEFAULT) : status;
+}
+
+/// The object's storage, in a compound file that bears the class of MSG files.
+SaveResult SaveOleStorage(const mapi::Pointer<IStorage>& data, const std::wstring& path) {
+    TargetFile target(path);
+    mapi::Pointer<IStorage> file;
+    if (const HRESULT status = target.Begun(mapi::CreateMsgStorage(path, file)); FAILED(status)) {
+        return {status, {}};
     }
-    return {status, {}};
+    return {target.Finished(WriteOleStorage(data, file)), {}};
 }
 
 /// An OLE object comes as a compound file's stream, as one in its other property, or as a storage.

@@ -1,7 +1,6 @@
 // Folders by their role: the default folder for a purpose, and another user's default folder.
 #include "session/COutlookFuncs.h"
 
-#include "frame/ComErrorText.h"
 #include "frame/ErrorCodes.h"
 #include "session/Operation.h"
 

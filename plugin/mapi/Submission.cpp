@@ -103,10 +103,11 @@ HRESULT BuildList(const ListBuilder& builder, IMessage& message, IMAPISession& s
         LogLine(L"resolved names");
         return status;
     }
-    LogLine(mapi_HResultName(status));
     const auto row = std::ranges::find(kResolveFailures, status, &ResolveFailure::status);
     const ResolveFailure& failure = row == kResolveFailures.end() ? kOtherResolveFailure : *row;
-    return FailList(builder, status, failure.text, failure.logLine);
+    FailList(builder, status, failure.text, failure.logLine);
+    LogLine(mapi_HResultName(status));
+    return status;
 }
 
 } // namespace

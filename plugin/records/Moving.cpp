@@ -38,9 +38,11 @@ std::wstring COutlookFuncs::MoveRecord(const ScriptText& path) {
         return operation.Fail(error::kFolderNotFound);
     }
 
+    if (!m_pMessage) {
+        return operation.Fail(error::kNoRecord);
+    }
     mapi::Block<SPropValue> parent;
-    if (const HRESULT status =
-            mapi::GetOneProp(&m_pMessage.Required(), mapi::tag::kParentEntryId, parent.Out());
+    if (const HRESULT status = mapi::GetOneProp(m_pMessage.Get(), mapi::tag::kParentEntryId, parent.Out());
         FAILED(status)) {
         return operation.Fail(error::kMapi, status, L"");
     }
