@@ -21,7 +21,7 @@ TEST_F(Messages, AreInTheirFolderFromTheFirstSaveOn) {
     std::shared_ptr<OpenMessage> message;
     ASSERT_EQ(m_inbox.CreateMessage(false, message), S_OK);
     EXPECT_EQ(message->Get<PR_MESSAGE_CLASS_W>(), L"IPM.Note");
-    EXPECT_FALSE(message->Get<PR_ENTRYID>());
+    EXPECT_EQ(message->Get<PR_ENTRYID>(), entryId);
     EXPECT_TRUE(m_inbox.Messages().empty());
     ASSERT_EQ(message->Save(), S_OK);
     ASSERT_EQ(m_inbox.Messages().size(), 1u);
@@ -78,13 +78,14 @@ TEST_F(Messages, CanBeMarkedReadWhileSomebodyChangesThem) {
 TEST_F(Messages, AnswerDeletedWhenTheyAreGone) {
     const auto message = SaveMessage(m_inbox, L"x");
     const auto saved = message->Saved();
+    const Bytes entryId = saved->EntryId();
     ASSERT_EQ(message->Write(PR_BODY_W, std::wstring(L"late")), S_OK);
     ASSERT_EQ(m_inbox.RemoveMessage(*saved), S_OK);
     EXPECT_EQ(message->Save(), MAPI_E_OBJECT_DELETED);
     EXPECT_EQ(message->Write(PR_BODY_W, std::wstring(L"later")), MAPI_E_OBJECT_DELETED);
     EXPECT_EQ(saved->SetRead(true), MAPI_E_OBJECT_DELETED);
     EXPECT_EQ(message->Get<PR_SUBJECT_W>(), L"x") << "what is in memory can still be read";
-    EXPECT_FALSE(message->Get<PR_ENTRYID>());
+    EXPECT_EQ(message->Get<PR_ENTRYID>(), entryId);
 }
 
 TEST_F(Messages, OpenedForReadingRefuseToBeWritten) {
