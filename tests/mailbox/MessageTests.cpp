@@ -21,7 +21,7 @@ TEST_F(Messages, AreInTheirFolderFromTheFirstSaveOn) {
     std::shared_ptr<OpenMessage> message;
     ASSERT_EQ(m_inbox.CreateMessage(false, message), S_OK);
     EXPECT_EQ(message->Get<PR_MESSAGE_CLASS_W>(), L"IPM.Note");
-    EXPECT_EQ(message->Get<PR_ENTRYID>(), entryId);
+    EXPECT_FALSE(message->Get<PR_ENTRYID>());
     EXPECT_TRUE(m_inbox.Messages().empty());
     ASSERT_EQ(message->Save(), S_OK);
     ASSERT_EQ(m_inbox.Messages().size(), 1u);

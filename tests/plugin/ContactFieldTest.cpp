@@ -1,14 +1,11 @@
 // The fields of a contact, both ways: what a field reads comes from the mailbox, and what it writes is looked
 // up there.
-#include "ScriptTest.h"
+#include "FieldTest.h"
 
 namespace varden::tests {
 namespace {
 
 using namespace standin::mailbox;
-
-constexpr GUID kAddressSet{0x00062004, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
-constexpr GUID kCommonSet{0x00062008, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
 
 class ContactFieldTest : public ScriptTest {
 protected:
@@ -38,7 +35,7 @@ protected:
         return MakeTag(Contacts().Names().Id({set, id}, true), type);
     }
     PropertyTag Address(std::uint32_t id, PropertyType type = PT_UNICODE) {
-        return Named(kAddressSet, id, type);
+        return Named(sets::kAddress, id, type);
     }
 };
 
@@ -53,13 +50,13 @@ constexpr TextField kTextFields[] = {
     {L"Account", 0x3A00001F},
     {L"Assistant's Name", 0x3A30001F},
     {L"Assistant's Phone", 0x3A2E001F},
-    {L"Billing Information", 0x8535, &kCommonSet},
-    {L"Business Address City", 0x8046, &kAddressSet},
-    {L"Business Address Country", 0x8049, &kAddressSet},
-    {L"Business Address PO Box", 0x804A, &kAddressSet},
-    {L"Business Address Postal Code", 0x8048, &kAddressSet},
-    {L"Business Address State", 0x8047, &kAddressSet},
-    {L"Business Address Street", 0x8045, &kAddressSet},
+    {L"Billing Information", 0x8535, &sets::kCommon},
+    {L"Business Address City", 0x8046, &sets::kAddress},
+    {L"Business Address Country", 0x8049, &sets::kAddress},
+    {L"Business Address PO Box", 0x804A, &sets::kAddress},
+    {L"Business Address Postal Code", 0x8048, &sets::kAddress},
+    {L"Business Address State", 0x8047, &sets::kAddress},
+    {L"Business Address Street", 0x8045, &sets::kAddress},
     {L"Business Fax", 0x3A24001F},
     {L"Business Phone", 0x3A08001F},
     {L"Business Phone 2", 0x3A1B001F},
@@ -70,7 +67,7 @@ constexpr TextField kTextFields[] = {
     {L"Computer Network Name", 0x3A49001F},
     {L"Customer ID", 0x3A4A001F},
     {L"Department", 0x3A18001F},
-    {L"File As", 0x8005, &kAddressSet},
+    {L"File As", 0x8005, &sets::kAddress},
     {L"First Name", 0x3A06001F},
     {L"FTP Site", 0x3A4C001F},
     {L"Government ID Number", 0x3A07001F},
@@ -84,7 +81,7 @@ constexpr TextField kTextFields[] = {
     {L"Home Fax", 0x3A25001F},
     {L"Home Phone", 0x3A09001F},
     {L"Home Phone 2", 0x3A2F001F},
-    {L"Internet Free/Busy Address", 0x80D8, &kAddressSet},
+    {L"Internet Free/Busy Address", 0x80D8, &sets::kAddress},
     {L"ISDN", 0x3A2D001F},
     {L"Job Title", 0x3A17001F},
     {L"Language", 0x3A0C001F},
@@ -92,7 +89,7 @@ constexpr TextField kTextFields[] = {
     {L"Location", 0x3A19001F},
     {L"Manager's Name", 0x3A4E001F},
     {L"Middle Name", 0x3A44001F},
-    {L"Mileage", 0x8534, &kCommonSet},
+    {L"Mileage", 0x8534, &sets::kCommon},
     {L"Mobile Phone", 0x3A1C001F},
     {L"Nickname", 0x3A4F001F},
     {L"Office Location", 0x3A19001F},
@@ -116,20 +113,20 @@ constexpr TextField kTextFields[] = {
     {L"Telex", 0x3A2C001F},
     {L"Title", 0x3A45001F},
     {L"TTY/TDD Phone", 0x3A4B001F},
-    {L"User Field 1", 0x804F, &kAddressSet},
-    {L"User Field 2", 0x8050, &kAddressSet},
-    {L"User Field 3", 0x8051, &kAddressSet},
-    {L"User Field 4", 0x8052, &kAddressSet},
-    {L"E-mail", 0x8083, &kAddressSet},
-    {L"E-mail 2", 0x8093, &kAddressSet},
-    {L"E-mail 3", 0x80A3, &kAddressSet},
-    {L"E-mail Address Type", 0x8082, &kAddressSet},
-    {L"E-mail 2 Address Type", 0x8092, &kAddressSet},
-    {L"E-mail 3 Address Type", 0x80A2, &kAddressSet},
-    {L"E-mail Display As", 0x8080, &kAddressSet},
-    {L"E-mail 2 Display As", 0x8090, &kAddressSet},
-    {L"E-mail 3 Display As", 0x80A0, &kAddressSet},
-    {L"IM Address", 0x8062, &kAddressSet},
+    {L"User Field 1", 0x804F, &sets::kAddress},
+    {L"User Field 2", 0x8050, &sets::kAddress},
+    {L"User Field 3", 0x8051, &sets::kAddress},
+    {L"User Field 4", 0x8052, &sets::kAddress},
+    {L"E-mail", 0x8083, &sets::kAddress},
+    {L"E-mail 2", 0x8093, &sets::kAddress},
+    {L"E-mail 3", 0x80A3, &sets::kAddress},
+    {L"E-mail Address Type", 0x8082, &sets::kAddress},
+    {L"E-mail 2 Address Type", 0x8092, &sets::kAddress},
+    {L"E-mail 3 Address Type", 0x80A2, &sets::kAddress},
+    {L"E-mail Display As", 0x8080, &sets::kAddress},
+    {L"E-mail 2 Display As", 0x8090, &sets::kAddress},
+    {L"E-mail 3 Display As", 0x80A0, &sets::kAddress},
+    {L"IM Address", 0x8062, &sets::kAddress},
     {L"Referred By", 0x3A47001F},
 };
 

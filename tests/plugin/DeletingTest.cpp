@@ -1,5 +1,5 @@
 // Records deleted: the one that a walk stands on, one by its id, all of a folder, and the Deleted Items.
-#include "ScriptTest.h"
+#include "FieldTest.h"
 
 #include <algorithm>
 
@@ -254,9 +254,8 @@ TEST_F(DeletingTest, ListsAndTheContactsOnThemCanBeKept) {
     Bytes entry(21, 0xC3);
     const Bytes id = member->EntryId();
     entry.insert(entry.end(), id.begin(), id.end());
-    const GUID addressSet{0x00062004, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
     constexpr std::uint32_t members = 0x8055;
-    const PropertyId membersId = World().DefaultStore()->Names().Id({addressSet, members}, true);
+    const PropertyId membersId = World().DefaultStore()->Names().Id({sets::kAddress, members}, true);
     MessageToAdd list{.messageClass = L"IPM.DistList", .subject = L"list"};
     list.more.Put(MakeTag(membersId, PT_MV_BINARY), std::vector<Bytes>{entry});
     AddMessage(At(L"Contacts"), list);

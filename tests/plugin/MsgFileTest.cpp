@@ -90,7 +90,11 @@ void ExpectContent(const Content& expected, const NamedProperties& names, const 
 }
 
 TEST_F(MsgFileTest, WhatOtherClientsWroteIsWrittenAgainWhole) {
-    for (const std::wstring& path : WholeMsgFiles()) {
+    const std::vector<std::wstring> files = WholeMsgFiles();
+    if (files.empty()) {
+        GTEST_SKIP() << "the folder of real MSG files is missing";
+    }
+    for (const std::wstring& path : files) {
         SCOPED_TRACE(testing::PrintToString(NameOf(path)));
         OpenAsReceived(path);
         const std::wstring copy = Files().File(NameOf(path));
@@ -102,7 +106,11 @@ TEST_F(MsgFileTest, WhatOtherClientsWroteIsWrittenAgainWhole) {
 }
 
 TEST_F(MsgFileTest, FilesOfOtherClientsAreOpenedWithTheirFieldsAndAttachments) {
-    for (const std::wstring& path : WholeMsgFiles()) {
+    const std::vector<std::wstring> files = WholeMsgFiles();
+    if (files.empty()) {
+        GTEST_SKIP() << "the folder of real MSG files is missing";
+    }
+    for (const std::wstring& path : files) {
         SCOPED_TRACE(testing::PrintToString(NameOf(path)));
         ASSERT_EQ(Call(L"VARD_OpenSavedItem", {path}), L"0") << testing::PrintToString(LastErrorText());
         NamedProperties names;

@@ -1,13 +1,10 @@
 // Files that tests make and look at, and the MSG files of real mail clients.
 #include "Files.h"
 
+#include "ScriptTest.h"
+
 #include "standin/mailbox/Files.h"
 #include "standin/mailbox/Platform.h"
-
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <iostream>
 
 namespace varden::tests {
 
@@ -69,16 +66,12 @@ Content MessageIn(const std::wstring& path, NamedProperties& names) {
 }
 
 std::vector<std::wstring> RealMsgFiles() {
-    std::wstring folder = L"Z:" VARDEN_MSG_FOLDER;
-    std::ranges::replace(folder, L'/', L'\\');
+    const std::wstring folder = RepositoryPath(L"../shared/msg");
     std::vector<std::wstring> paths;
     for (const std::wstring& name : NamesIn(folder)) {
         if (name.ends_with(L".msg")) {
             paths.push_back(folder + L'\\' + name);
         }
-    }
-    if (paths.empty()) {
-        std::cout << "No folder with MSG files of real mail clients here.\n";
     }
     return paths;
 }

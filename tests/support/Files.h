@@ -34,7 +34,7 @@ std::string BytesIn(const std::wstring& path);
 /// What an MSG file holds; fails the test when it can't be read.
 standin::mailbox::Content MessageIn(const std::wstring& path, standin::mailbox::NamedProperties& names);
 
-/// The paths of the MSG files of real mail clients; none, with a line that says so, where there are none.
+/// The paths of the MSG files of real mail clients; none where their folder is missing.
 std::vector<std::wstring> RealMsgFiles();
 
 } // namespace varden::tests
