@@ -69,7 +69,7 @@ std::int32_t ItemObject::Class() const {
 }
 
 std::wstring ItemObject::EntryId() const {
-    return m_isDeleted ? m_deletedId : mailbox::ToHex(Message().Get<PR_ENTRYID>().value_or(mailbox::Bytes()));
+    return mailbox::ToHex(Message().Get<PR_ENTRYID>().value_or(mailbox::Bytes()));
 }
 
 void ItemObject::Delete() {
@@ -77,7 +77,6 @@ void ItemObject::Delete() {
     const std::shared_ptr<mailbox::Message> saved = Message().Saved();
     if (!saved)
         return LetGo();
-    m_deletedId = EntryId();
     DeleteMessage(*saved);
     CloseWindow();
     m_isDeleted = true;

@@ -44,7 +44,6 @@ private:
     const ItemKind& m_itemKind;
     std::shared_ptr<mailbox::OpenMessage> m_message;
     bool m_isDeleted = false;
-    std::wstring m_deletedId; // the entry id that it had
     ItemWindow m_window;
 };
 
