@@ -38,6 +38,7 @@ HRESULT MsgSession::OpenMessage(IMalloc* allocator, IStorage* storage, Pointer<I
 std::wstring COutlookFuncs::mapi_SaveToMSG(IMessage* message, const std::wstring& path) {
     Operation operation(L"mapi_SaveToMSG");
     operation.Param(L"szFileName", path);
+    operation.Param(L"message", FormatText(L"%p", static_cast<void*>(message)));
     try {
         return WriteMsgFile(message, path, operation);
     } catch (const _com_error& caught) {

@@ -85,6 +85,34 @@ TEST_F(DisplayTest, TextIsAddedInsideTheBodyOfAnHtmlMail) {
     EXPECT_NE(body.find(L"Old"), std::wstring::npos);
 }
 
+TEST_F(DisplayTest, TextIsAddedBehindTheFirstParagraphMarkOfARichTextMail) {
+    MessageToAdd mail{.subject = L"Plan"};
+    // "{\\rtf1\\ansi\\par Old}" as [MS-OXRTFCP] 2.1.3.1.4 stores it uncompressed: sizes, "MELA", no checksum.
+    const std::string rtf = "{\\rtf1\\ansi\\par Old}";
+    Bytes stored{static_cast<std::uint8_t>(rtf.size() + 12),
+                 0,
+                 0,
+                 0,
+                 static_cast<std::uint8_t>(rtf.size()),
+                 0,
+                 0,
+                 0,
+                 'M',
+                 'E',
+                 'L',
+                 'A',
+                 0,
+                 0,
+                 0,
+                 0};
+    stored.insert(stored.end(), rtf.begin(), rtf.end());
+    mail.more.Set<PR_RTF_COMPRESSED>(stored);
+    EXPECT_EQ(PassOn(Add(mail), L"Back Office", L" New"), L"0") << testing::PrintToString(LastErrorText());
+    // It is written in wide characters: who reads it as RTF sees the first.
+    EXPECT_EQ(Get(L"RTF Body"), L"{");
+    EXPECT_EQ(Get(L"Message Class"), L"IPM.Note");
+}
+
 TEST_F(DisplayTest, EverySecondAttachmentStaysWhereNoneAreWanted) {
     Content content;
     content.properties.Set<PR_MESSAGE_CLASS_W>(L"IPM.Note");

@@ -1,6 +1,7 @@
 // The session log, switched on through the plug-in file that registers every function.
 #include "ScriptTest.h"
 
+#include <algorithm>
 #include <fstream>
 #include <regex>
 
@@ -103,6 +104,41 @@ TEST_F(LogTest, AFunctionLogsItsArgumentsItsAnswerAndNeverAPassword) {
               (Expected{">>FUNCTION ENTER: VARD_SaveRecord",
                         ">>>Testing to continue execution (min params: 2, max params: 2)..."}));
     EXPECT_EQ(LinesOf(L"VARD_Version", {}), Expected{});
+}
+
+TEST_F(LogTest, AMailThatGoesOutLogsItsWay) {
+    LogOn();
+    Call(L"VARD_OpenFolder", {L"/Drafts"});
+    Call(L"VARD_NewRecord", {L"Mail"});
+    Call(L"VARD_SetFieldData", {L"To", L"Back Office"});
+    Call(L"VARD_LogSet", {L"1", Path()});
+    auto lines = LinesOf(L"VARD_SaveRecord", {L"Send"});
+    const auto begin = std::find(lines.begin(), lines.end(), ">>>FUNCTION ENTER: SaveRecord");
+    const auto end = std::find(lines.begin(), lines.end(), ">>>FUNCTION EXIT: SaveRecord");
+    ASSERT_TRUE(begin < end && end != lines.end());
+    EXPECT_EQ(Expected(begin + 1, end - 3), // the answer's line, and those of the record let go, follow
+              (Expected{">>>>Saving m_objMailItem...",
+                        ">>>>m_objMailItem saved.",
+                        ">>>>Entering workflow to send email message...",
+                        ">>>>Ensured m_objMailItem is in the \"Drafts\" folder",
+                        ">>>>FUNCTION ENTER: ReleaseItems",
+                        ">>>>FUNCTION EXIT: ReleaseItems",
+                        ">>>>Calling mapi_Send...",
+                        ">>>>FUNCTION ENTER: mapi_Send",
+                        ">>>>>FUNCTION ENTER: mapi_AddrListFromMessage",
+                        ">>>>>>obtained recipient table",
+                        ">>>>>>obtained address book",
+                        ">>>>>>obtained rows",
+                        ">>>>>>resolved names",
+                        ">>>>>FUNCTION EXIT: mapi_AddrListFromMessage",
+                        ">>>>>obtained addr list",
+                        ">>>>>modified list",
+                        ">>>>>obtained sent items folder",
+                        ">>>>>Submitting message",
+                        ">>>>>message submitted",
+                        ">>>>FUNCTION EXIT: mapi_Send",
+                        ">>>>Done with mapi_Send.",
+                        ">>>>Done saving mail record"}));
 }
 
 TEST_F(LogTest, AnExceptionIsLoggedAtTheFunctionsLevel) {
