@@ -9,6 +9,7 @@
 #include <array>
 #include <stdexcept>
 #include <utility>
+#include <vector>
 
 namespace varden::bench {
 
@@ -47,15 +48,27 @@ struct Member {
     DISPID id = DISPID_UNKNOWN;
 };
 
-_variant_t Invoke(IDispatch& object, Member& member, std::initializer_list<_variant_t> arguments = {}) {
+DISPID IdOf(IDispatch& object, Member& member) {
     if (member.id == DISPID_UNKNOWN) {
         auto* name = const_cast<wchar_t*>(member.name);
         Check(object.GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &member.id));
     }
+    return member.id;
+}
+
+void Put(IDispatch& object, Member& member, _variant_t value) {
+    DISPID put = DISPID_PROPERTYPUT;
+    DISPPARAMS parameters{&value, &put, 1, 1};
+    Check(object.Invoke(IdOf(object, member), IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYPUT,
+                        &parameters, nullptr, nullptr, nullptr));
+}
+
+_variant_t Invoke(IDispatch& object, Member& member, std::initializer_list<_variant_t> arguments = {}) {
+    const DISPID id = IdOf(object, member);
     DISPPARAMS parameters{const_cast<_variant_t*>(arguments.begin()), nullptr,
                           static_cast<UINT>(arguments.size()), 0};
     _variant_t result;
-    Check(object.Invoke(member.id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD | DISPATCH_PROPERTYGET,
+    Check(object.Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD | DISPATCH_PROPERTYGET,
                         &parameters, &result, nullptr, nullptr));
     return result;
 }
@@ -66,6 +79,7 @@ constexpr GUID InterfaceId(unsigned long first) {
 /// The kinds of item in the order in which the plug-in tells them apart; mail is the last one needed.
 constexpr std::array kKinds{InterfaceId(0x00063033), InterfaceId(0x00063021), InterfaceId(0x00063081),
                             InterfaceId(0x00063020), InterfaceId(0x00063022), InterfaceId(0x00063034)};
+constexpr GUID kContact = kKinds[1];
 constexpr GUID kMapiSession = InterfaceId(0x00020300), kMessage = InterfaceId(0x00020307);
 constexpr ULONG kPrSmtpAddress = PROP_TAG(PT_UNICODE, 0x39FE);
 
@@ -124,7 +138,35 @@ public:
         return i;
     }
 
+    int WriteContacts(int count) {
+        const _variant_t text(L"Some text");
+        for (int i = 0; i < count; ++i) {
+            const auto folder = Dispatch(Invoke(*m_nameSpace.Get(), m_getDefaultFolder, {10L}));
+            const auto items = Dispatch(Invoke(*folder.Get(), m_items));
+            const _variant_t item = Invoke(*items.Get(), m_add, {2L});
+            Held<IDispatch> contact;
+            Check(item.pdispVal->QueryInterface(kContact, reinterpret_cast<void**>(contact.Out())));
+            const _variant_t object = Invoke(*contact.Get(), m_contactMapiObject);
+            Held<IMessage> message;
+            Check(object.punkVal->QueryInterface(kMessage, reinterpret_cast<void**>(message.Out())));
+            for (Member& field : m_contactFields) {
+                Put(*contact.Get(), field, text);
+            }
+            Invoke(*contact.Get(), m_save);
+            Invoke(*contact.Get(), m_contactEntryId);
+        }
+        return count;
+    }
+
 private:
+    static std::vector<Member> ContactMembers() {
+        std::vector<Member> members;
+        for (const ContactField& field : kContactFields) {
+            members.push_back({field.member});
+        }
+        return members;
+    }
+
     static Held<IDispatch> Dispatch(const _variant_t& value) {
         Held<IDispatch> object;
         Check(value.pdispVal ? S_OK : E_POINTER);
@@ -173,6 +215,8 @@ private:
     Member m_getDefaultFolder{L"GetDefaultFolder"}, m_items{L"Items"}, m_count{L"Count"}, m_item{L"Item"};
     Member m_entryId{L"EntryID"}, m_mailMapiObject{L"MAPIOBJECT"}, m_subject{L"Subject"},
         m_importance{L"Importance"};
+    Member m_add{L"Add"}, m_contactMapiObject{L"MAPIOBJECT"}, m_save{L"Save"}, m_contactEntryId{L"EntryID"};
+    std::vector<Member> m_contactFields = ContactMembers();
     Held<IDispatch> m_application, m_nameSpace;
     Held<IMAPISession> m_session;
 };
@@ -184,6 +228,10 @@ DirectClient::~DirectClient() = default;
 
 int DirectClient::WalkInbox() {
     return m_session->WalkInbox();
+}
+
+int DirectClient::WriteContacts(int count) {
+    return m_session->WriteContacts(count);
 }
 
 } // namespace varden::bench

@@ -1,7 +1,7 @@
 // The benchmarks: each job done by the plug-in and by the other clients on the same mailbox in the same run.
 // Prints microseconds and platform calls per record, and their ratios.
 //
-//     varden_bench [walk] [shell] [growth] [memory]
+//     varden_bench [shell] [walk] [write] [delete] [growth] [memory]
 #include "Clients.h"
 #include "Mailbox.h"
 #include "OtherProcess.h"
@@ -119,6 +119,45 @@ void Walk() {
     }
 }
 
+void Write() {
+    constexpr int kContacts = 2'000;
+    Bench bench;
+    const std::wstring folder = (std::filesystem::temp_directory_path() / L"varden-bench-mailbox").wstring();
+    std::filesystem::remove_all(folder);
+    if (!bench.Outlook().OpenMailbox(folder).ok) {
+        throw std::runtime_error("the mailbox folder can't be made");
+    }
+    bench.Plugin().LogOn();
+    const double roundTrip = MeasureRoundTrip();
+    std::printf(
+        "write: %d contacts, twenty fields each, saved to disk\n  a call to another process: %.1f us\n",
+        kContacts, roundTrip);
+    DirectClient direct;
+    const Cost limit = bench.Measure(roundTrip, [&] { return direct.WriteContacts(kContacts); });
+    const Cost plugin = bench.Measure(roundTrip, [&] { return bench.Plugin().WriteContacts(kContacts); });
+    const ScriptResult script = RunScript(L"write.vbs", folder, roundTrip);
+    PrintCost("C++ client (the limit)", limit, limit);
+    PrintCost("plug-in", plugin, limit);
+    PrintCost("VBScript",
+              {script.seconds * 1e6 / script.records, static_cast<double>(script.calls) / script.records},
+              limit);
+}
+
+void DeleteAll() {
+    std::printf("delete: VARD_DeleteAllRecords by the count of records\n");
+    for (const int mails : {1'000, 2'000, 4'000}) {
+        Bench bench;
+        AddMails(FolderNamed(bench.World(), L"Inbox"), mails);
+        bench.Plugin().LogOn();
+        bench.Plugin().Call(L"VARD_OpenFolder", {L"/Inbox"});
+        const Cost cost = bench.Measure(0, [&] {
+            bench.Plugin().Call(L"VARD_DeleteAllRecords", {L"no"});
+            return mails;
+        });
+        std::printf("  %6d mails %10.1f us %8.3f calls a record\n", mails, cost.microseconds, cost.calls);
+    }
+}
+
 void Shell() {
     constexpr int kCalls = 100'000;
     Bench bench;
@@ -205,8 +244,8 @@ struct Job {
     std::string_view name;
     void (*run)();
 };
-constexpr std::array kJobs{Job{"shell", Shell}, Job{"walk", Walk}, Job{"growth", Growth},
-                           Job{"memory", Memory}};
+constexpr std::array kJobs{Job{"shell", Shell},      Job{"walk", Walk},     Job{"write", Write},
+                           Job{"delete", DeleteAll}, Job{"growth", Growth}, Job{"memory", Memory}};
 
 } // namespace
 

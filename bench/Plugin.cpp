@@ -50,4 +50,16 @@ int PluginClient::WalkInbox() {
     return count;
 }
 
+int PluginClient::WriteContacts(int count) {
+    Call(L"VARD_OpenFolder", {L"/Contacts"});
+    for (int i = 0; i < count; ++i) {
+        Call(L"VARD_NewRecord", {L"Contacts"});
+        for (const ContactField& field : kContactFields) {
+            Call(L"VARD_SetFieldData", {field.name, L"Some text"});
+        }
+        Call(L"VARD_SaveRecord");
+    }
+    return count;
+}
+
 } // namespace varden::bench

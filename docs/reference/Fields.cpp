@@ -112,7 +112,8 @@ std::wstring Table(std::span<const FieldRow> fields) {
     for (const FieldRow& row : fields) {
         const std::wstring reading = Reading(row.get), writing = Writing(row.set);
         if (!reading.empty() || !writing.empty()) {
-            table += L"| `" + std::wstring(row.name) + L"` | " + reading + L" | " + writing + L" |\n";
+            table.append(L"| `").append(row.name).append(L"` | ");
+            table.append(reading).append(L" | ").append(writing).append(L" |\n");
         }
     }
     return table + L"\n";
