@@ -161,6 +161,7 @@ public:
 private:
     static std::vector<Member> ContactMembers() {
         std::vector<Member> members;
+        members.reserve(std::size(kContactFields));
         for (const ContactField& field : kContactFields) {
             members.push_back({field.member});
         }

@@ -69,7 +69,7 @@ std::string ReadBlocks(const Stream& stream) {
 
 /// Text in the system's ANSI code page, up to its terminator.
 std::wstring WidenAnsi(const std::string& bytes) {
-    const std::string text = bytes.c_str();
+    const std::string text = bytes.substr(0, bytes.find('\0'));
     const int length = static_cast<int>(text.size());
     std::wstring wide(
         static_cast<std::size_t>(MultiByteToWideChar(CP_ACP, 0, text.data(), length, nullptr, 0)), L'\0');

@@ -212,6 +212,7 @@ FolderFile ParseFolderFile(const std::vector<IniSection>& sections) {
 
 void FillAddressBook(const std::vector<EntryRow>& entries, AddressBook& addresses) {
     std::vector<std::shared_ptr<AddressEntry>> added;
+    added.reserve(entries.size());
     for (const EntryRow& row : entries)
         added.push_back(addresses.Add(row.description));
     const auto byAlias = [&](const std::wstring& alias, int line) {

@@ -68,7 +68,7 @@ std::wstring Places::ProposedName(const std::wstring& name, std::uint64_t id) {
     constexpr std::size_t kMostBytes =
         200; // room for what is put before it, in file systems that count bytes
     constexpr std::size_t kShortened = 60;
-    const std::wstring fileName = FileNameFromName(name);
+    std::wstring fileName = FileNameFromName(name);
     if (Narrow(fileName, CP_UTF8).size() <= kMostBytes)
         return fileName;
     std::wstring shortened = fileName.substr(0, kShortened);

@@ -174,6 +174,7 @@ void DiskLoader::ReadFolder(Folder& folder) {
 /// one that somebody copied has an id that is in use. Both come last and get an id.
 void DiskLoader::ReadSubfolders(Folder& parent, const std::vector<std::wstring>& places) {
     std::vector<std::pair<std::wstring, std::optional<FolderFile>>> found;
+    found.reserve(places.size());
     for (const std::wstring& place : places)
         found.emplace_back(place, ReadFolderFile(m_places.PathOf(parent) + L'\\' + place));
     std::ranges::stable_sort(found, {}, [](const auto& each) {

@@ -48,8 +48,8 @@ private:
 /// Writes the properties of one object: streams as they come, and at the end the property stream.
 class PropertyWriter {
 public:
-    PropertyWriter(StoragePointer storage, FileNames& names, UINT codePage)
-        : m_storage(std::move(storage)), m_names(names), m_codePage(codePage) {}
+    PropertyWriter(const StoragePointer& storage, FileNames& names, UINT codePage)
+        : m_storage(storage), m_names(names), m_codePage(codePage) {}
 
     void AddHeader(std::span<const std::uint8_t> header) { m_entries.AddBytes(header.data(), header.size()); }
 

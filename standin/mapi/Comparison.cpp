@@ -61,7 +61,8 @@ bool Contains(std::span<const T> whole, std::span<const T> part, ULONG level) {
     case FL_PREFIX:
         return std::ranges::equal(whole.first(part.size()), part);
     default:
-        return !std::ranges::search(whole, part).empty() || part.empty();
+        return std::search(whole.begin(), whole.end(), part.begin(), part.end()) != whole.end() ||
+               part.empty();
     }
 }
 

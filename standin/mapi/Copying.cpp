@@ -61,6 +61,7 @@ struct Item {
 
 std::vector<PropertyTag> TargetTags(const std::vector<Item>& items) {
     std::vector<PropertyTag> tags;
+    tags.reserve(items.size());
     for (const Item& item : items)
         tags.push_back(item.targetTag);
     return tags;

@@ -55,7 +55,7 @@ bool IsList(const ENTRYLIST* list) {
     return list && (list->cValues == 0 || list->lpbin);
 }
 
-HRESULT RemoveAll(Folder& folder, std::vector<Message*> messages) {
+HRESULT RemoveAll(Folder& folder, const std::vector<Message*>& messages) {
     for (Message* message : messages)
         if (const HRESULT status = folder.RemoveMessage(*message); FAILED(status))
             return status;

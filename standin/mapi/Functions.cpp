@@ -39,9 +39,17 @@ HRESULT ExportedWhenInitialized(const wchar_t* name, const Outputs&, Work&& work
     return Exported(name, [&]() -> HRESULT { return IsInitialized() ? work() : MAPI_E_NOT_INITIALIZED; });
 }
 
+void FreeRows(SRowSet* rows) {
+    if (!rows)
+        return;
+    for (ULONG i = 0; i < rows->cRows; ++i)
+        FreeBuffer(rows->aRow[i].lpProps);
+    FreeBuffer(rows);
+}
+
 /// Frees a row set while it is being put together.
 struct RowSetFreer {
-    void operator()(SRowSet* rows) const { FreeProws(rows); }
+    void operator()(SRowSet* rows) const { FreeRows(rows); }
 };
 using RowSet = std::unique_ptr<SRowSet, RowSetFreer>;
 
@@ -198,11 +206,7 @@ __declspec(dllexport) void WINAPI FreePadrlist(LPADRLIST list) {
 }
 
 __declspec(dllexport) void WINAPI FreeProws(LPSRowSet rows) {
-    if (!rows)
-        return;
-    for (ULONG i = 0; i < rows->cRows; ++i)
-        FreeBuffer(rows->aRow[i].lpProps);
-    FreeBuffer(rows);
+    FreeRows(rows);
 }
 
 __declspec(dllexport) ULONG WINAPI UlPropSize(LPSPropValue property) {

@@ -12,7 +12,6 @@ namespace standin::mapi {
 
 using mailbox::Access;
 using mailbox::Content;
-using mailbox::NamedProperties;
 using mailbox::OpenMessage;
 using mailbox::PropertyTag;
 using mailbox::Value;

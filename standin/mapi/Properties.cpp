@@ -11,7 +11,6 @@ namespace standin::mapi {
 using mailbox::ErrorValue;
 using mailbox::IdOf;
 using mailbox::MakeTag;
-using mailbox::NamedProperties;
 using mailbox::Property;
 using mailbox::PropertyId;
 using mailbox::PropertyTag;

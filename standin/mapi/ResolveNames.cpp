@@ -93,7 +93,7 @@ void FillEntry(ADRENTRY& entry, const PropertyBag& properties, bool wide) {
     for (const Property& property : properties) {
         auto converted =
             mailbox::ConvertValue(property.value, TypeOf(WithTextWidth(property.Tag(), wide)), CP_ACP);
-        filled.push_back({property.id, converted ? std::move(*converted) : property.value});
+        filled.push_back({property.id, std::move(converted).value_or(property.value)});
     }
     for (const SPropValue& value : ValuesOf(entry))
         if (!properties.Contains(value.ulPropTag))

@@ -10,7 +10,6 @@
 namespace standin::mapi {
 namespace {
 
-using mailbox::ErrorValue;
 using mailbox::IdOf;
 using mailbox::Property;
 using mailbox::PropertyTag;

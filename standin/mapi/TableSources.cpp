@@ -351,6 +351,7 @@ std::unique_ptr<TableRows> AddressRows(std::vector<std::shared_ptr<mailbox::Addr
         PR_SEARCH_KEY, mailbox::kPrSmtpAddress, PR_ACCOUNT_W,
     };
     std::vector<TableRows::Row> rows;
+    rows.reserve(entries.size());
     for (auto& entry : entries)
         rows.push_back({std::move(entry), rows.size()});
     return std::make_unique<Unchanging>(std::move(rows), kColumns);
@@ -362,6 +363,7 @@ std::unique_ptr<TableRows> FixedRows(std::vector<PropertyBag> bags, mailbox::Nam
         PR_OBJECT_TYPE, PR_DISPLAY_TYPE, PR_DEPTH,
     };
     std::vector<TableRows::Row> rows;
+    rows.reserve(bags.size());
     for (PropertyBag& bag : bags)
         rows.push_back({std::make_shared<FixedProperties>(std::move(bag), names), rows.size()});
     return std::make_unique<Unchanging>(std::move(rows), kColumns);

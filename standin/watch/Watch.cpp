@@ -76,7 +76,7 @@ void Recorder::Reset() {
     m_violations.clear();
 }
 
-void Recorder::FailCall(std::uint64_t number, HRESULT status, std::vector<Side> sides) {
+void Recorder::FailCall(std::uint64_t number, HRESULT status, const std::vector<Side>& sides) {
     Plan plan{.callsToFailure = number, .status = status};
     for (const Side side : sides) {
         plan.sides[static_cast<std::size_t>(side)] = true;

@@ -95,7 +95,7 @@ public:
     const std::vector<std::wstring>& Violations() const { return m_violations; }
 
     /// Of the calls on these sides from now on, the `number`-th (from 1) answers `status`.
-    void FailCall(std::uint64_t number, HRESULT status, std::vector<Side> sides);
+    void FailCall(std::uint64_t number, HRESULT status, const std::vector<Side>& sides);
     /// The `number`-th call (from 1) of this member from now on answers `status`: "IMAPITable::SetColumns".
     void FailMember(std::wstring interfaceAndMember, HRESULT status, std::uint64_t number = 1);
     /// The same for one member more, counted from now on as well; what is planned stays.

@@ -135,7 +135,8 @@ void PutOrganizerFirst(OpenMessage& appointment) {
     Check(appointment.AddRecipient(std::move(row)));
     Content* content = nullptr;
     Check(appointment.EditContent(content));
-    std::ranges::rotate(content->recipients, content->recipients.end() - 1);
+    auto& rows = content->recipients;
+    std::rotate(rows.begin(), rows.end() - 1, rows.end());
 }
 
 /// Whoever is asked has not answered yet, and counts as perhaps there.

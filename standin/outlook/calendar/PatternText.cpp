@@ -79,7 +79,7 @@ std::wstring TimeText(recurrence::Minute minute) {
 } // namespace
 
 std::wstring PatternText(const recurrence::Series& series) {
-    const std::wstring days = DaysOf(series.pattern);
+    std::wstring days = DaysOf(series.pattern);
     const bool wholeDays = (series.endOffset - series.startOffset) % recurrence::kMinutesPerDay == 0;
     if (wholeDays)
         return days;

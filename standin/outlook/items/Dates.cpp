@@ -58,7 +58,8 @@ SysTime Shifted(SysTime time, Shift shift) {
 } // namespace
 
 Date UtcDate(SysTime time) {
-    const double seconds = static_cast<double>(time.ticks / kTicksPerSecond);
+    const auto wholeSeconds = time.ticks / kTicksPerSecond;
+    const auto seconds = static_cast<double>(wholeSeconds);
     return {FromLinear(seconds / kSecondsPerDay - kFirstDay)};
 }
 

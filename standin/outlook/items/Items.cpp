@@ -63,7 +63,7 @@ _variant_t FindNext(ItemsObject& items) {
     return items.FindNext();
 }
 
-std::wstring WithoutBrackets(std::wstring name) {
+std::wstring WithoutBrackets(const std::wstring& name) {
     const bool inBrackets = name.starts_with(L'[') && name.ends_with(L']') && name.size() > 2;
     return inBrackets ? name.substr(1, name.size() - 2) : name;
 }

@@ -124,7 +124,7 @@ std::wstring GetTemporaryFilePath(AttachmentObject& attachment) {
     const std::filesystem::path folder =
         std::filesystem::temp_directory_path() / mailbox::TextOfGuid(mailbox::NewGuid());
     std::filesystem::create_directory(folder);
-    const std::wstring path = (folder / FileNameOf(*open)).wstring();
+    std::wstring path = (folder / FileNameOf(*open)).wstring();
     WriteOutFile(path, bytes);
     return path;
 }

@@ -27,6 +27,7 @@ struct ToVariant {
     template <class T>
     _variant_t operator()(const std::vector<T>& values) const {
         std::vector<_variant_t> elements;
+        elements.reserve(values.size());
         for (const T& each : values)
             elements.push_back((*this)(each));
         return ArrayOf(std::move(elements));

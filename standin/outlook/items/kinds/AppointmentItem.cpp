@@ -16,7 +16,6 @@ namespace standin::outlook {
 namespace {
 
 using namespace calendar;
-using mailbox::MessageProperties;
 using mailbox::OpenMessage;
 
 constexpr std::int32_t kBusy = 2;            // OlBusyStatus
