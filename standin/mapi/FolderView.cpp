@@ -55,9 +55,10 @@ bool IsList(const ENTRYLIST* list) {
     return list && (list->cValues == 0 || list->lpbin);
 }
 
+/// `messages` is the folder's own list, which each that goes leaves.
 HRESULT RemoveAll(Folder& folder, const std::vector<Message*>& messages) {
-    for (Message* message : messages)
-        if (const HRESULT status = folder.RemoveMessage(*message); FAILED(status))
+    while (!messages.empty())
+        if (const HRESULT status = folder.RemoveMessage(*messages.back()); FAILED(status))
             return status;
     return S_OK;
 }
