@@ -67,7 +67,8 @@ constexpr std::array kDescriptions{
                 L"the folder's path, or `End`"},
     Description{167, L"Makes the next folder of the stock the current one.", L"the folder's path, or `End`"},
     Description{168, L"Tells the id of the current folder.", L"the id"},
-    Description{169, L"Moves the current record into another folder, of this or another store.", kZero},
+    Description{169, L"Moves the current record into another folder, of this or another store.",
+                L"the record's new id"},
     Description{170, L"Empties the Deleted Items folder.", kZero},
     Description{171, L"Attaches a file to the current record under a name.", kZero},
     Description{172,
@@ -128,7 +129,10 @@ constexpr std::array kDescriptions{
     Description{206, L"Opens an exception by its place, counted from 1.", kZero},
     Description{207, L"Closes the open occurrence or exception; saves its changes if the flag is true.",
                 kZero},
-    Description{208, L"Closes the open pattern; saves its changes if the flag is true.", kZero},
+    Description{208,
+                L"Closes the open pattern; saves the open occurrence first if the flag is true. The "
+                L"pattern's own changes are saved with the record.",
+                kZero},
     Description{213, L"Deletes the occurrence at a date and time.", kZero},
     Description{193,
                 L"Tells why the last function failed: as text, or its code if the argument is any word but "
@@ -136,7 +140,8 @@ constexpr std::array kDescriptions{
                 L"the reason"},
     Description{214, L"Tells Outlook's version.", L"the version"},
     Description{215, L"Opens an MSG file as the current record.", kZero},
-    Description{218, L"Tells the size of an attachment, counted from 1, in bytes.", L"the size"},
+    Description{218, L"Tells the size of an attachment, counted from 1, in bytes.",
+                L"the size; of an attached message with `.msg` behind it"},
 };
 
 /// Row `id` of the string table; empty where there is none.

@@ -1,11 +1,11 @@
 // Attachments saved to files.
 #include "session/COutlookFuncs.h"
 
+#include "AttachmentKinds.h"
+
 #include "frame/ErrorCodes.h"
 #include "mapi/Diagnostics.h"
-#include "mapi/InterfaceIds.h"
 #include "mapi/MsgFile.h"
-#include "mapi/Tags.h"
 #include "session/Operation.h"
 
 #include <io.h>
@@ -20,9 +20,6 @@ namespace tag = mapi::tag;
 
 using Stream = mapi::Pointer<IStream>;
 
-/// The values of PR_ATTACH_METHOD that write a file. Attachments by reference write none.
-enum AttachMethod : long { kByValue = 1, kEmbeddedMessage = 5, kOleObject = 6 };
-
 /// How a save went: the status of its last step, and the words for one that failed.
 struct SaveResult {
     HRESULT status = S_OK;
@@ -35,17 +32,17 @@ struct CopyTexts {
 };
 
 /// A stream onto a new file, in place of one of that name. MAPI takes the path in the ANSI code page.
-HRESULT OpenFileStream(const std::wstring& path, Stream& stream) {
-    std::string narrow = Narrow(path);
+HRESULT OpenFileStream(std::string& path, Stream& stream) {
     return mapi::OpenStreamOnFile(reinterpret_cast<LPALLOCATEBUFFER>(mapi::AllocateBuffer.Address()),
                                   reinterpret_cast<LPFREEBUFFER>(mapi::FreeBuffer.Address()),
-                                  STGM_CREATE | STGM_READWRITE, narrow.data(), nullptr, stream.Out());
+                                  STGM_CREATE | STGM_READWRITE, path.data(), nullptr, stream.Out());
 }
 
 HRESULT OpenData(IAttach& attachment, ULONG dataTag, const IID& iid, Stream& stream) {
     return attachment.OpenProperty(dataTag, &iid, 0, 0, stream.OutAs<IUnknown>());
 }
 
+/// Copies so many bytes, or as many as there are.
 HRESULT CopyToFile(const Stream& data, const Stream& file, ULONG size) {
     ULARGE_INTEGER bytes{};
     bytes.QuadPart = size;
@@ -53,14 +50,25 @@ HRESULT CopyToFile(const Stream& data, const Stream& file, ULONG size) {
     return FAILED(status) ? status : file->Commit(STGC_DEFAULT);
 }
 
+void DeleteFileOf(const std::wstring& path) {
+    DeleteFileW(path.c_str());
+}
+
+void DeleteFileOf(const std::string& path) {
+    DeleteFileA(path.c_str());
+}
+
 /// The file that a save writes. Once begun it stays only if it is finished, so that nobody takes half an
-/// attachment for the whole. Stands before what has the file open, which must have let go of it by the end.
+/// attachment for the whole. It goes by the very path, wide or narrow, that it was made under: where the ANSI
+/// code page lacks a character the two aren't the same file. Stands before what has the file open, which must
+/// have let go of it by the end.
+template <typename Path>
 class TargetFile {
 public:
-    explicit TargetFile(const std::wstring& path) : m_path(path) {}
+    explicit TargetFile(const Path& path) : m_path(path) {}
     ~TargetFile() {
         if (m_isUnfinished) {
-            DeleteFileW(m_path.c_str());
+            DeleteFileOf(m_path);
         }
     }
     TargetFile(const TargetFile&) = delete;
@@ -77,14 +85,15 @@ public:
     }
 
 private:
-    const std::wstring& m_path;
+    const Path& m_path;
     bool m_isUnfinished = false;
 };
 
 SaveResult SaveStream(const Stream& data, const std::wstring& path, ULONG size, const CopyTexts& texts) {
-    TargetFile target(path);
+    std::string narrow = Narrow(path);
+    TargetFile target(narrow);
     Stream file;
-    if (const HRESULT status = target.Begun(OpenFileStream(path, file)); FAILED(status)) {
+    if (const HRESULT status = target.Begun(OpenFileStream(narrow, file)); FAILED(status)) {
         return {status, texts.noFile};
     }
     const HRESULT status = target.Finished(CopyToFile(data, file, size));
@@ -92,9 +101,10 @@ SaveResult SaveStream(const Stream& data, const std::wstring& path, ULONG size, 
 }
 
 SaveResult SaveByValue(IAttach& attachment, const std::wstring& path, ULONG size) {
-    TargetFile target(path);
+    std::string narrow = Narrow(path);
+    TargetFile target(narrow);
     Stream file;
-    if (const HRESULT status = target.Begun(OpenFileStream(path, file)); FAILED(status)) {
+    if (const HRESULT status = target.Begun(OpenFileStream(narrow, file)); FAILED(status)) {
         return {status, L"Cannot open stream on file"};
     }
     Stream data;
@@ -158,6 +168,11 @@ SaveResult SaveOleObject(IAttach& attachment, const std::wstring& path, ULONG si
     return SaveOleStorage(storage, path);
 }
 
+/// A number among values that were asked for together; `otherwise` for one that isn't there.
+long LongAt(std::span<const SPropValue> values, std::size_t place, ULONG longTag, long otherwise) {
+    return place < values.size() && values[place].ulPropTag == longTag ? values[place].Value.l : otherwise;
+}
+
 } // namespace
 
 std::wstring COutlookFuncs::SaveAttachment(const ScriptText& path, std::int32_t index) {
@@ -209,19 +224,25 @@ std::wstring COutlookFuncs::WriteAttachment(const std::wstring& path, std::int32
         FAILED(status)) {
         return fail({status, L"Unable to access attachment method "});
     }
-    const std::span columns(values.get(), count);
-    const ULONG size = static_cast<ULONG>(columns[sizeColumn].Value.l);
+    const std::span columns(values.get(), values ? count : 0);
+    constexpr long wholeStream = -1; // as the unsigned size that it becomes, more than there can be
+    const ULONG size = static_cast<ULONG>(LongAt(columns, sizeColumn, tag::kAttachSize, wholeStream));
     SaveResult result;
-    switch (columns[methodColumn].ulPropTag == tag::kAttachMethod ? columns[methodColumn].Value.l : 0) {
+    switch (LongAt(columns, methodColumn, tag::kAttachMethod, kNoAttachment)) {
     case kByValue:
         result = SaveByValue(attachment.Required(), path, size);
         break;
+    case kByReferenceOnly: {
+        // Whoever wants the file finds it there; nothing is copied.
+        mapi::Block<SPropValue> pathname;
+        mapi::GetOneProp(attachment.Get(), tag::kAttachPathname, pathname.Out());
+        break;
+    }
     case kEmbeddedMessage: {
         mapi::Pointer<IMessage> message;
-        result.status = attachment->OpenProperty(tag::kAttachDataObject, &mapi::kIidMessage, 0, 0,
-                                                 message.OutAs<IUnknown>());
+        result.status = OpenEmbedded(attachment.Required(), message);
         if (SUCCEEDED(result.status)) {
-            return mapi_SaveToMSG(message.Get(), path);
+            return operation.EndedWith(mapi_SaveToMSG(message.Get(), path));
         }
         result.text = L"Failed to open attachment as message";
         break;

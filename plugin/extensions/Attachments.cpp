@@ -1,10 +1,10 @@
 // Attachments of the current record: added through the object model, read through MAPI.
 #include "session/COutlookFuncs.h"
 
+#include "AttachmentKinds.h"
+
 #include "frame/ErrorCodes.h"
 #include "mapi/Diagnostics.h"
-#include "mapi/InterfaceIds.h"
-#include "mapi/Tags.h"
 #include "session/Operation.h"
 
 #include <io.h>
@@ -16,9 +16,6 @@ namespace varden {
 namespace {
 
 namespace tag = mapi::tag;
-
-/// The values of PR_ATTACH_METHOD that have a meaning of their own here.
-enum AttachMethod : long { kNoAttachment = 0, kEmbeddedMessage = 5 };
 
 constexpr long kOlByValue = 1;
 constexpr long kPosition = 15000;
@@ -68,11 +65,6 @@ long LongOf(IMAPIProp& object, ULONG longTag, long otherwise) {
     return SUCCEEDED(mapi::GetOneProp(&object, longTag, value.Out())) ? value->Value.l : otherwise;
 }
 
-HRESULT OpenEmbedded(IAttach& attachment, mapi::Pointer<IMessage>& message) {
-    return attachment.OpenProperty(tag::kAttachDataObject, &mapi::kIidMessage, 0, 0,
-                                   message.OutAs<IUnknown>());
-}
-
 /// What an attachment goes by, with the extension that its kind adds; no name when it has none.
 struct AttachmentName {
     std::wstring name;
@@ -100,7 +92,7 @@ AttachmentName NameOfFile(IAttach& attachment, bool truncated) {
 } // namespace
 
 HRESULT COutlookFuncs::OpenAttachment(std::int32_t index, mapi::Pointer<IAttach>& attachment) {
-    return m_pMessage->OpenAttach(static_cast<ULONG>(index - 1), nullptr, MAPI_BEST_ACCESS, attachment.Out());
+    return m_pMessage->OpenAttach(static_cast<ULONG>(index) - 1, nullptr, MAPI_BEST_ACCESS, attachment.Out());
 }
 
 std::wstring COutlookFuncs::AddAttachment(const std::wstring& path, const std::wstring& name) {

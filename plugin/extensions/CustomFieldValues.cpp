@@ -3,6 +3,7 @@
 
 #include "fields/Conversions.h"
 #include "frame/Text.h"
+#include "outlook/ComPointers.h"
 
 #include <algorithm>
 #include <array>
@@ -27,20 +28,24 @@ constexpr std::array kTypes{
 
 constexpr wchar_t kSeparator = L'\r';
 
-/// One element more than the separators behind the first place.
+/// One element more than the separators, empty ones included. A separator in the first place doesn't count.
 bool MakeKeywords(const std::wstring& text, _variant_t& value) {
-    const auto separators = text.empty() ? 0 : std::count(text.begin() + 1, text.end(), kSeparator);
-    SAFEARRAY* array = SafeArrayCreateVector(VT_BSTR, 0, static_cast<ULONG>(separators) + 1);
+    std::wstring_view rest = text;
+    if (rest.starts_with(kSeparator)) {
+        rest.remove_prefix(1);
+    }
+    const auto separators = static_cast<ULONG>(std::ranges::count(rest, kSeparator));
+    SAFEARRAY* array = SafeArrayCreateVector(VT_BSTR, 0, separators + 1);
     if (!array) {
         return false;
     }
     value.vt = VT_ARRAY | VT_BSTR;
     value.parray = array;
-    LONG index = 0;
-    for (const std::wstring& keyword : SplitText(text, std::wstring_view(&kSeparator, 1))) {
-        const _bstr_t element(keyword.c_str());
+    for (LONG index = 0; index <= static_cast<LONG>(separators); ++index) {
+        const std::size_t end = std::min(rest.find(kSeparator), rest.size());
+        const _bstr_t element(std::wstring(rest.substr(0, end)).c_str());
         SafeArrayPutElement(array, &index, static_cast<BSTR>(element));
-        ++index;
+        rest.remove_prefix(std::min(end + 1, rest.size()));
     }
     return true;
 }
@@ -54,8 +59,7 @@ std::wstring CurrencyText(const CURRENCY& currency) {
     if (FAILED(VarBstrFromCy(currency, LOCALE_USER_DEFAULT, 0, &text))) {
         return {};
     }
-    const _bstr_t owned(text, false);
-    return std::wstring(owned, owned.length());
+    return BstrText(_bstr_t(text, false));
 }
 
 /// Local date and time with the year in four digits; empty for Outlook's mark for no date.
@@ -73,16 +77,13 @@ std::wstring TimeText(const FILETIME& time) {
         FAILED(VarBstrFromDate(date, LOCALE_USER_DEFAULT, fourDigitYears, &text))) {
         return {};
     }
-    const _bstr_t owned(text, false);
-    return std::wstring(owned, owned.length());
+    return BstrText(_bstr_t(text, false));
 }
 
 } // namespace
 
 const CustomFieldType* FindCustomFieldType(const std::wstring& word) {
-    const auto type = std::ranges::find_if(
-        kTypes, [&](const CustomFieldType& known) { return EqualIgnoringCase(known.word, word); });
-    return type == kTypes.end() ? nullptr : &*type;
+    return FindByWord(kTypes, &CustomFieldType::word, word);
 }
 
 bool MakeCustomFieldValue(CustomFieldForm form, const std::wstring& text, _variant_t& value) {

@@ -11,6 +11,19 @@
 
 namespace varden {
 
+namespace {
+
+/// A new property of an item, of a number of OlUserPropertyType, that is entered in its folder's list as
+/// well; nothing when none came back. Raises as Outlook refuses it.
+outlook::Reference AddProperty(const outlook::Reference& properties, const std::wstring& name, long type) {
+    return outlook::Reference(
+        outlook::kUserProperty,
+        properties.Call(L"Add", {outlook::TextValue(name), outlook::LongValue(type), outlook::BoolValue(true),
+                                 outlook::MissingArgument()}));
+}
+
+} // namespace
+
 std::wstring COutlookFuncs::SetCustonFieldData(const ScriptText& fieldName, const ScriptText& data,
                                                const std::wstring& type) {
     Operation operation(L"SetCustonFieldData");
@@ -60,9 +73,7 @@ std::wstring COutlookFuncs::SetCustonFieldData(const ScriptText& fieldName, cons
     }
     outlook::Reference property(outlook::kUserProperty, found);
     if (!property) {
-        property.Set(
-            properties.Call(L"Add", {outlook::TextValue(*fieldName), outlook::LongValue(fieldType->number),
-                                     outlook::BoolValue(true), outlook::MissingArgument()}));
+        property = AddProperty(properties, *fieldName, fieldType->number);
     }
     if (!property) {
         return operation.Fail(error::kMapi, L"Unable to create custom field");
@@ -159,11 +170,7 @@ std::wstring COutlookFuncs::AddToFolderFields(const std::wstring& name, long typ
         return fail(error::kNoUserProperties);
     }
     LogLine(L"user properties item is valid");
-    const outlook::Reference property(
-        outlook::kUserProperty,
-        properties.Call(L"Add", {outlook::TextValue(name), outlook::LongValue(type), outlook::BoolValue(true),
-                                 outlook::MissingArgument()}));
-    if (!property) {
+    if (!AddProperty(properties, name, type)) {
         return fail(error::kNoUserProperties, L"Unable to create custom property");
     }
     ReleaseItems();

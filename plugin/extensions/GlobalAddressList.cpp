@@ -57,14 +57,15 @@ constexpr EnumWords kUserTypeWords{kUserTypes, L"Unknown"};
 
 /// A failing call and an empty value are no country, and no error.
 std::wstring CountryOf(const outlook::Reference& user) {
-    const outlook::Reference accessor(outlook::kPropertyAccessor, user.GetProperty(L"PropertyAccessor"));
+    _variant_t accessor;
     _variant_t value;
-    if (FAILED(accessor.TryCall(L"GetProperty", {outlook::TextValue(kCountryPath)}, value)) ||
+    if (FAILED(user.TryGet(L"PropertyAccessor", accessor)) ||
+        FAILED(outlook::Reference(outlook::kPropertyAccessor, accessor)
+                   .TryCall(L"GetProperty", {outlook::TextValue(kCountryPath)}, value)) ||
         value.vt != VT_BSTR) {
         return {};
     }
-    const _bstr_t text(value);
-    return text.length() != 0 ? std::wstring(text, text.length()) : std::wstring();
+    return BstrText(_bstr_t(value));
 }
 
 } // namespace
@@ -79,10 +80,18 @@ outlook::Reference COutlookFuncs::AddressEntries() {
 }
 
 std::wstring COutlookFuncs::GALCount() {
+    if (!BeginOperation()) {
+        return kErrorText;
+    }
+    const Operation operation(L"GALCount");
     return FormatText(L"%ld", AddressEntries().GetLong(L"Count"));
 }
 
 std::wstring COutlookFuncs::GALGetField(const ScriptText& key, std::int32_t index) {
+    if (!BeginOperation()) {
+        return kErrorText;
+    }
+    Operation operation(L"GALGetField");
     const outlook::Reference entry(outlook::kAddressEntry,
                                    AddressEntries().Call(L"Item", {outlook::LongValue(index)}));
     const outlook::Reference user(outlook::kExchangeUser, entry.Call(L"GetExchangeUser"));
@@ -93,10 +102,9 @@ std::wstring COutlookFuncs::GALGetField(const ScriptText& key, std::int32_t inde
     if (user && EqualIgnoringCase(wanted, L"country")) {
         return CountryOf(user);
     }
-    const auto row = std::ranges::find_if(
-        kKeys, [&](const AddressKey& known) { return EqualIgnoringCase(known.key, wanted); });
-    return user && row != kKeys.end() ? user.GetText(row->member)
-                                      : Fail(error::kParameterValue, L" Invalid Key Value.");
+    const AddressKey* row = FindByWord(kKeys, &AddressKey::key, wanted);
+    return user && row ? user.GetText(row->member)
+                       : operation.Fail(error::kParameterValue, L" Invalid Key Value.");
 }
 
 } // namespace varden

@@ -6,16 +6,19 @@
 #include "mapi/InterfaceIds.h"
 #include "session/Operation.h"
 
+#include <utility>
+
 namespace varden {
 
 /// Lists paths and entry ids, so that the walk needs no collection to stay open.
 bool COutlookFuncs::BuildMailFolderList() {
-    const LoggedOperation log(L"BuildMailFolderList");
+    LoggedOperation log(L"BuildMailFolderList");
     m_aFolderPaths.clear();
     m_aFolderIDs.clear();
     const outlook::Folders folders = m_objRootFolder.Subfolders();
     LogLine(L"grabbed folders from root folder");
     if (!folders) {
+        log.ExitAs(kFailedExit);
         return false;
     }
     LogLine(L"updating folders list");
@@ -58,7 +61,7 @@ std::wstring COutlookFuncs::GetFirstFolder(const ScriptText& item) {
     }
     std::wstring answer = GetNextFolder();
     LogLine(L"Returning %ls", answer.c_str());
-    return answer;
+    return operation.EndedWith(std::move(answer));
 }
 
 /// Makes the folder current, but leaves items, count, item type and filter as they stand.

@@ -36,12 +36,8 @@ constexpr std::array kFolderModules{
 constexpr std::optional<std::int16_t> kUnspecifiedFolderType = 99;
 
 std::optional<std::int16_t> FolderTypeOf(const std::wstring& module) {
-    for (const FolderModule& known : kFolderModules) {
-        if (EqualIgnoringCase(known.word, module)) {
-            return known.type;
-        }
-    }
-    return std::nullopt;
+    const FolderModule* known = FindByWord(kFolderModules, &FolderModule::word, module);
+    return known ? std::optional(known->type) : std::nullopt;
 }
 
 /// The folder of exactly this name; nothing when there is none.
@@ -98,20 +94,24 @@ std::wstring COutlookFuncs::OpenFolder(const ScriptText& path) {
 /// Walks the path, making each folder that it matches the current one. A missing element doesn't end the
 /// walk: the next one is looked for among the root folders. So the result is that of the last element alone.
 bool COutlookFuncs::FindFolder(std::wstring path) {
-    const LoggedOperation log(L"FindFolder");
+    LoggedOperation log(L"FindFolder");
     log.Param(L"strFolder", path);
+    const auto notFound = [&] {
+        log.ExitAs(kFailedExit);
+        return false;
+    };
     m_objItems.Release();
     if (!m_objCurrentFolder && !path.starts_with(kSeparator)) {
         path.insert(0, 1, kSeparator);
     }
     if (path.size() < 2) {
-        return false;
+        return notFound();
     }
 
     outlook::Folders folders;
     if (path.front() == kSeparator) {
         if (!m_objRootFolder) {
-            return false;
+            return notFound();
         }
         folders = m_objRootFolder.Subfolders();
         path.erase(0, 1);
@@ -132,7 +132,7 @@ bool COutlookFuncs::FindFolder(std::wstring path) {
         found = FindSubFolder(folders, CutElement(path));
         folders = found ? m_objCurrentFolder.Subfolders() : outlook::Folders();
     }
-    return found;
+    return found || notFound();
 }
 
 /// Looks for a folder of exactly this name among `folders`, or, when there are none, among the root folders,

@@ -42,9 +42,8 @@ std::wstring COutlookFuncs::GetDefaultFolderName(const ScriptText& word) {
     if (EqualIgnoringCase(wanted, L"Root")) {
         return m_strDefaultRootName;
     }
-    const auto row = std::ranges::find_if(
-        kFolderWords, [&](const FolderWord& known) { return EqualIgnoringCase(known.word, wanted); });
-    if (row == kFolderWords.end()) {
+    const FolderWord* row = FindByWord(kFolderWords, &FolderWord::word, wanted);
+    if (!row) {
         return operation.Fail(error::kFolderType);
     }
     outlook::Folder folder;

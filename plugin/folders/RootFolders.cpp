@@ -7,6 +7,8 @@
 #include "mapi/Tags.h"
 #include "session/Operation.h"
 
+#include <utility>
+
 namespace varden {
 
 std::wstring COutlookFuncs::OpenRootFolder(const ScriptText& name) {
@@ -15,8 +17,7 @@ std::wstring COutlookFuncs::OpenRootFolder(const ScriptText& name) {
     }
     Operation operation(L"OpenRootFolder");
     operation.Param(L"strRootFolderPath", name.value_or(L""));
-    m_strFilter
-        .clear(); // a filter never survives a change of root folder, whether or not the change succeeds
+    m_strFilter.clear(); // also when the change of root folder fails
     if (!FindRootFolder(name.value_or(L""))) {
         return operation.Fail(error::kRootFolderNotFound);
     }
@@ -62,7 +63,7 @@ bool COutlookFuncs::FindRootFolder(std::wstring name) {
     }
     if (!m_objRootFolder) {
         LogLine(L"Failed to find match");
-        return false;
+        return fail(kFailedExit);
     }
     m_objCurrentFolder.Release();
     return true;
@@ -116,12 +117,12 @@ std::wstring COutlookFuncs::GetFirstRootFolder() {
     if (!BeginOperation()) {
         return kErrorText;
     }
-    const Operation operation(L"GetFirstRootFolder");
+    Operation operation(L"GetFirstRootFolder");
     m_nRootFolderIndex = 1;
     LogLine(L"Set Root folder index to 1");
     std::wstring answer = GetNextRootFolder();
     LogLine(L"Returning %ls", answer.c_str());
-    return answer;
+    return operation.EndedWith(std::move(answer));
 }
 
 std::wstring COutlookFuncs::GetNextRootFolder() {

@@ -10,7 +10,6 @@ inline constexpr std::int32_t kParameterValue = -4;
 inline constexpr std::int32_t kLibraryNotLoaded = -200;
 inline constexpr std::int32_t kFolderMissing = -301;
 inline constexpr std::int32_t kFolderNotWritable = -302;
-inline constexpr std::int32_t kSystem = -400;
 inline constexpr std::int32_t kLogonFailed = -1000;
 inline constexpr std::int32_t kNoSession = -1001;
 inline constexpr std::int32_t kOutlookVersion = -1002;

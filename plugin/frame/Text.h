@@ -1,6 +1,8 @@
 // Text as scripts know it: comparing, formatting, cutting.
 #pragma once
 
+#include <algorithm>
+#include <array>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -16,6 +18,14 @@ std::wstring FormatText(const wchar_t* format, ...);
 
 /// Whether the texts are equal without regard to case.
 bool EqualIgnoringCase(std::wstring_view a, std::wstring_view b);
+
+/// The first row of a table whose word equals the text without regard to case; null for none.
+template <typename Row, std::size_t size>
+const Row* FindByWord(const std::array<Row, size>& rows, const wchar_t* Row::*word, std::wstring_view text) {
+    const auto row =
+        std::ranges::find_if(rows, [&](const Row& known) { return EqualIgnoringCase(known.*word, text); });
+    return row == rows.end() ? nullptr : &*row;
+}
 
 /// The text with every `what` taken out.
 std::wstring Without(std::wstring text, wchar_t what);

@@ -26,6 +26,7 @@ inline constexpr ULONG kSenderName = 0x0C1A001F;
 inline constexpr ULONG kSenderSearchKey = 0x0C1D0102;
 inline constexpr ULONG kSenderAddressType = 0x0C1E001F;
 inline constexpr ULONG kSenderEmailAddress = 0x0C1F001F;
+inline constexpr ULONG kDisplayCc = 0x0E03001F;
 inline constexpr ULONG kDisplayTo = 0x0E04001F;
 inline constexpr ULONG kParentEntryId = 0x0E090102;
 inline constexpr ULONG kSentmailEntryId = 0x0E0A0102;
@@ -50,9 +51,10 @@ inline constexpr ULONG kAttachExtension = 0x3703001F;
 inline constexpr ULONG kAttachFilename = 0x3704001F;
 inline constexpr ULONG kAttachMethod = 0x37050003;
 inline constexpr ULONG kAttachLongFilename = 0x3707001F;
+inline constexpr ULONG kAttachPathname = 0x3708001F;
 inline constexpr ULONG kSmtpAddress = 0x39FE001F;
+inline constexpr ULONG kLastModifierNameA = 0x3FFA001E; // narrow
 inline constexpr ULONG kOrganizationEmailAddress = 0x403E001E;
-
 inline constexpr ULONG kMailboxOwnerName = 0x661C001F;
 
 } // namespace varden::mapi::tag

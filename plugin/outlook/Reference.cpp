@@ -123,8 +123,7 @@ _variant_t Reference::GetProperty(const wchar_t* member) const {
 }
 
 std::wstring Reference::GetText(const wchar_t* member) const {
-    const _bstr_t text(GetProperty(member));
-    return text.length() != 0 ? std::wstring(text, text.length()) : std::wstring();
+    return BstrText(_bstr_t(GetProperty(member)));
 }
 
 long Reference::GetLong(const wchar_t* member) const {

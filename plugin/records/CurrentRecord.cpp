@@ -45,15 +45,6 @@ constexpr std::array kCreatedKinds{
     CreatedKind{ItemKind::Post, L"post"},       CreatedKind{ItemKind::DistList, L"dist list"},
 };
 
-const NewRecordModule* FindModule(const std::wstring& word) {
-    for (const NewRecordModule& module : kModules) {
-        if (EqualIgnoringCase(module.word, word)) {
-            return &module;
-        }
-    }
-    return nullptr;
-}
-
 } // namespace
 
 std::wstring COutlookFuncs::NewRecord(const ScriptText& module) {
@@ -63,7 +54,7 @@ std::wstring COutlookFuncs::NewRecord(const ScriptText& module) {
         return operation.Failed();
     }
     if (module) {
-        const NewRecordModule* row = FindModule(*module);
+        const NewRecordModule* row = FindByWord(kModules, &NewRecordModule::word, *module);
         if (!row) {
             return operation.Fail(error::kModuleName);
         }

@@ -5,6 +5,8 @@
 #include "frame/PlugInLog.h"
 #include "session/Operation.h"
 
+#include <utility>
+
 namespace varden {
 
 std::wstring COutlookFuncs::GetFirstRecord() {
@@ -26,11 +28,10 @@ std::wstring COutlookFuncs::GetFirstRecord() {
         LogLine(L"will apply filter");
         if (std::wstring answer = FilterApply(std::wstring(m_strFilter)); answer != kSuccessText) {
             LogLine(L"filter failed");
-            operation.Failed();
-            return answer;
+            return operation.EndedWith(std::move(answer));
         }
     }
-    return GetNextRecord();
+    return operation.EndedWith(GetNextRecord());
 }
 
 /// The cursor is raised before the item is taken, and stays there when the item can't be told: the next call
@@ -108,9 +109,9 @@ std::wstring COutlookFuncs::FilterApply(const std::wstring& filter) {
 }
 
 std::wstring COutlookFuncs::Search(const std::wstring& timeStamp) {
-    const Operation operation(L"Search");
+    Operation operation(L"Search");
     operation.Param(L"strFieldData", timeStamp);
-    return FilterApply(L"[LastModificationTime] > \"" + timeStamp + L"\"");
+    return operation.EndedWith(FilterApply(L"[LastModificationTime] > \"" + timeStamp + L"\""));
 }
 
 } // namespace varden

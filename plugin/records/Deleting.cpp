@@ -1,16 +1,18 @@
 // Deleting records: the current one, one by its id, all of a folder, and what was deleted before.
 #include "session/COutlookFuncs.h"
 
+#include "ItemMessage.h"
+#include "KindOrders.h"
+
 #include "frame/ErrorCodes.h"
 #include "mapi/Diagnostics.h"
 #include "mapi/EntryIdText.h"
-#include "mapi/InterfaceIds.h"
 #include "mapi/PropertyCatalogue.h"
 #include "mapi/Tags.h"
 #include "session/Operation.h"
 
-#include <array>
 #include <set>
+#include <utility>
 
 namespace varden {
 
@@ -86,26 +88,9 @@ std::wstring COutlookFuncs::DeleteRecord(const ScriptText& entryId, const Script
         return operation.Fail(error::kOutlookId);
     }
     if (std::wstring answer = OpenRecord(entryId, RecordSource::EntryId); IsFailure(answer)) {
-        operation.Failed();
-        return answer;
+        return operation.EndedWith(std::move(answer));
     }
-    static constexpr std::array kinds{ItemKind::Appointment,
-                                      ItemKind::Contact,
-                                      ItemKind::DistList,
-                                      ItemKind::Document,
-                                      ItemKind::Journal,
-                                      ItemKind::Mail,
-                                      ItemKind::Meeting,
-                                      ItemKind::Note,
-                                      ItemKind::Post,
-                                      ItemKind::Remote,
-                                      ItemKind::Report,
-                                      ItemKind::Task,
-                                      ItemKind::TaskRequestAccept,
-                                      ItemKind::TaskRequestDecline,
-                                      ItemKind::TaskRequest,
-                                      ItemKind::TaskRequestUpdate};
-    const outlook::Reference* item = FirstHeld(kinds);
+    const outlook::Reference* item = FirstHeld(kinds::kDeleted);
     if (!item) {
         return operation.Fail(error::kNoRecord);
     }
@@ -116,7 +101,7 @@ std::wstring COutlookFuncs::DeleteRecord(const ScriptText& entryId, const Script
     if (const HRESULT status = item->TryCall(L"Delete", {}, nothing); FAILED(status)) {
         return operation.Fail(error::kNoRecord, status, L"Failed to delete item");
     }
-    return ApplyStandingFilter();
+    return operation.EndedWith(ApplyStandingFilter());
 }
 
 /// Opening a record has emptied the list, so that a standing filter finds none to work on, and the answer is
@@ -148,33 +133,14 @@ std::wstring COutlookFuncs::RemoveFromParent(const outlook::Reference& item, con
         ReleaseItems();
         if (found == entryId) {
             items.Call(L"Remove", {outlook::LongValue(i)});
-            return ApplyStandingFilter();
+            return operation.EndedWith(ApplyStandingFilter());
         }
     }
 }
 
-/// The entry id of the current item, by the first of these kinds that it is; empty for any other. A post
-/// isn't looked for, and where it would stand a declined task request is.
+/// The entry id of the current item, by the first kind that it is; empty for one that isn't looked for.
 std::wstring COutlookFuncs::EntryIdOfAnyKind() {
-    static constexpr std::array kinds{ItemKind::Appointment,
-                                      ItemKind::Contact,
-                                      ItemKind::DistList,
-                                      ItemKind::Document,
-                                      ItemKind::Journal,
-                                      ItemKind::Mail,
-                                      ItemKind::Meeting,
-                                      ItemKind::Note,
-                                      ItemKind::TaskRequestDecline,
-                                      ItemKind::Remote,
-                                      ItemKind::Report,
-                                      ItemKind::Sharing,
-                                      ItemKind::Storage,
-                                      ItemKind::Task,
-                                      ItemKind::TaskRequestAccept,
-                                      ItemKind::TaskRequestDecline,
-                                      ItemKind::TaskRequest,
-                                      ItemKind::TaskRequestUpdate};
-    for (const ItemKind kind : kinds) {
+    for (const ItemKind kind : kinds::kSearched) {
         if (SUCCEEDED(Item(kind).Query(m_objCurrentItem))) {
             return Item(kind).GetText(L"EntryID");
         }
@@ -244,8 +210,7 @@ COutlookFuncs::ListMembers COutlookFuncs::CollectListMembers(const outlook::Item
         }
         excluded.insert(TailOf(list.GetText(L"EntryID")));
         mapi::Pointer<IMessage> message;
-        HRESULT status =
-            message.Query(outlook::UnknownOf(list.GetProperty(L"MAPIOBJECT")), mapi::kIidMessage);
+        HRESULT status = MessageOf(list, message);
         if (FAILED(status)) {
             return {status, false};
         }

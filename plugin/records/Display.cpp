@@ -1,20 +1,18 @@
 // Showing the current record, passing a message on, and writing a record to a file.
 #include "session/COutlookFuncs.h"
 
+#include "ItemMessage.h"
+#include "KindOrders.h"
+
 #include "frame/ErrorCodes.h"
-#include "mapi/InterfaceIds.h"
 #include "mapi/Tags.h"
 #include "session/Operation.h"
 
-#include <array>
+#include <utility>
 
 namespace varden {
 
 namespace {
-
-/// The numbers of OlBodyFormat that have a way of their own to add text.
-constexpr long kFormatHtml = 2;
-constexpr long kFormatRichText = 3;
 
 constexpr std::wstring_view kMsgExtension = L".msg";
 
@@ -74,24 +72,7 @@ std::wstring COutlookFuncs::Display(bool modal) {
         return kErrorText;
     }
     Operation operation(L"Display");
-    static constexpr std::array kinds{ItemKind::Appointment,
-                                      ItemKind::Contact,
-                                      ItemKind::DistList,
-                                      ItemKind::Document,
-                                      ItemKind::Journal,
-                                      ItemKind::Meeting,
-                                      ItemKind::Mail,
-                                      ItemKind::Note,
-                                      ItemKind::Post,
-                                      ItemKind::Report,
-                                      ItemKind::Remote,
-                                      ItemKind::Sharing,
-                                      ItemKind::Task,
-                                      ItemKind::TaskRequest,
-                                      ItemKind::TaskRequestAccept,
-                                      ItemKind::TaskRequestDecline,
-                                      ItemKind::TaskRequestUpdate};
-    const outlook::Reference* item = FirstHeld(kinds);
+    const outlook::Reference* item = FirstHeld(kinds::kDisplayed);
     if (!item) {
         return operation.Fail(error::kNoRecord);
     }
@@ -122,7 +103,7 @@ std::wstring COutlookFuncs::ReplyToMessage(const ScriptText& entryId, const Scri
                                              m_objMailItem.GetProperty(L"Attachments"));
         m_objMailItem.Call(L"Save");
         const long bodyFormat = m_objMailItem.GetLong(L"BodyFormat");
-        m_pMessage.Query(outlook::UnknownOf(m_objMailItem.GetProperty(L"MAPIOBJECT")), mapi::kIidMessage);
+        MessageOf(m_objMailItem, m_pMessage);
         for (const auto& [field, addresses] : {std::pair{L"To", &to}, {L"Cc", &cc}, {L"Bcc", &bcc}}) {
             if (*addresses) {
                 SetFieldData(std::wstring(field), *addresses);
@@ -131,8 +112,7 @@ std::wstring COutlookFuncs::ReplyToMessage(const ScriptText& entryId, const Scri
         m_objMailItem.Call(L"Save");
         if (std::wstring added = addedBody ? AddToBody(*addedBody, bodyFormat) : kSuccessText;
             added != kSuccessText) {
-            operation.Failed();
-            return added;
+            return operation.EndedWith(std::move(added));
         }
         // The count is read anew each round while the list shrinks: every second attachment stays.
         for (long i = 1; !keepAttachments && attachments && i <= attachments.GetLong(L"Count"); ++i) {
@@ -147,8 +127,7 @@ std::wstring COutlookFuncs::ReplyToMessage(const ScriptText& entryId, const Scri
 /// Replaces the record by a new mail that passes it on. False, with the record as it was, for a kind that
 /// can't be.
 bool COutlookFuncs::ForwardCurrent() {
-    static constexpr std::array kinds{ItemKind::Journal, ItemKind::Mail, ItemKind::Post};
-    outlook::Reference* item = FirstHeld(kinds);
+    outlook::Reference* item = FirstHeld(kinds::kForwarded);
     if (!item) {
         return false;
     }
@@ -162,7 +141,7 @@ bool COutlookFuncs::ForwardCurrent() {
 std::wstring COutlookFuncs::AddToBody(const std::wstring& added, long bodyFormat) {
     std::wstring body;
     switch (bodyFormat) {
-    case kFormatHtml: {
+    case outlook::olFormatHTML: {
         mapi_GetBinaryField(mapi::tag::kHtml, body, m_pMessage.Get());
         body.insert(PlaceInHtml(body), added);
         std::wstring answer = SetFieldData(std::wstring(L"HTML Body"), body);
@@ -170,7 +149,7 @@ std::wstring COutlookFuncs::AddToBody(const std::wstring& added, long bodyFormat
         mapi::RtfSync(&m_pMessage.Required(), RTF_SYNC_BODY_CHANGED, &updated);
         return answer;
     }
-    case kFormatRichText:
+    case outlook::olFormatRichText:
         mapi_GetBinaryField(mapi::tag::kRtfCompressed, body, m_pMessage.Get());
         body.insert(PlaceInRtf(body), added);
         StoreRtf(m_pMessage.Required(), body);

@@ -37,6 +37,7 @@ constexpr bool IsOpenedByEntryId(ItemKind kind) {
     return kind == ItemKind::Note || kind == ItemKind::Storage;
 }
 
+/// A kind: the engine's member that holds a record of it, and its words.
 struct ItemKindRow {
     ItemKind kind;
     outlook::Reference COutlookFuncs::*member;

@@ -1,9 +1,10 @@
 // The kinds of item, and telling a record's kind.
 #include "session/COutlookFuncs.h"
 
+#include "ItemMessage.h"
+
 #include "frame/PlugInLog.h"
 #include "mapi/EntryIdText.h"
-#include "mapi/InterfaceIds.h"
 
 namespace varden {
 
@@ -59,7 +60,7 @@ void COutlookFuncs::TakeMessage(ItemKind kind, const std::wstring& entryId) {
     if (IsOpenedByEntryId(kind)) {
         OpenMessageFromEntryID(entryId, m_pMessage);
     } else {
-        m_pMessage.Query(outlook::UnknownOf(Item(kind).GetProperty(L"MAPIOBJECT")), mapi::kIidMessage);
+        MessageOf(Item(kind), m_pMessage);
     }
 }
 

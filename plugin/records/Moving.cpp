@@ -1,12 +1,12 @@
 // Moving the current record to another folder.
 #include "session/COutlookFuncs.h"
 
+#include "KindOrders.h"
+
 #include "frame/ErrorCodes.h"
 #include "mapi/EntryIdText.h"
 #include "mapi/Tags.h"
 #include "session/Operation.h"
-
-#include <array>
 
 namespace varden {
 
@@ -38,35 +38,19 @@ std::wstring COutlookFuncs::MoveRecord(const ScriptText& path) {
         return operation.Fail(error::kFolderNotFound);
     }
 
-    if (!m_pMessage) {
+    if (!m_pMessage && !FirstHeld(kinds::kMoved)) {
         return operation.Fail(error::kNoRecord);
     }
     mapi::Block<SPropValue> parent;
-    if (const HRESULT status = mapi::GetOneProp(m_pMessage.Get(), mapi::tag::kParentEntryId, parent.Out());
+    if (const HRESULT status =
+            mapi::GetOneProp(&m_pMessage.Required(), mapi::tag::kParentEntryId, parent.Out());
         FAILED(status)) {
         return operation.Fail(error::kMapi, status, L"");
     }
     if (mapi::EntryIdText(parent->Value.bin) == m_objCurrentFolder.EntryID()) {
         return AnswerUnmoved(operation);
     }
-    static constexpr std::array kinds{ItemKind::Appointment,
-                                      ItemKind::Contact,
-                                      ItemKind::DistList,
-                                      ItemKind::Document,
-                                      ItemKind::Journal,
-                                      ItemKind::Mail,
-                                      ItemKind::Meeting,
-                                      ItemKind::Note,
-                                      ItemKind::Post,
-                                      ItemKind::Remote,
-                                      ItemKind::Report,
-                                      ItemKind::Sharing,
-                                      ItemKind::Task,
-                                      ItemKind::TaskRequest,
-                                      ItemKind::TaskRequestAccept,
-                                      ItemKind::TaskRequestDecline,
-                                      ItemKind::TaskRequestUpdate};
-    outlook::Reference* item = FirstHeld(kinds);
+    outlook::Reference* item = FirstHeld(kinds::kMoved);
     if (!item) {
         return operation.Fail(error::kNoRecord);
     }

@@ -1,11 +1,13 @@
 // Saving the current record, and what a save sends.
 #include "session/COutlookFuncs.h"
 
+#include "ItemMessage.h"
+
 #include "frame/ErrorCodes.h"
-#include "mapi/InterfaceIds.h"
 #include "session/Operation.h"
 
 #include <array>
+#include <utility>
 
 namespace varden {
 
@@ -69,7 +71,7 @@ std::wstring COutlookFuncs::SaveRecord(const ScriptText& option) {
         ReleaseItems();
     }
     LogLine(L"Returning %ls", outcome.answer.c_str());
-    return outcome.answer;
+    return operation.EndedWith(std::move(outcome.answer));
 }
 
 COutlookFuncs::SaveOutcome COutlookFuncs::SavePlain(const outlook::Reference& item, const ScriptText&) {
@@ -95,7 +97,7 @@ COutlookFuncs::SaveOutcome COutlookFuncs::SaveMail(const outlook::Reference& ite
     LogLine(L"Ensured m_objMailItem is in the \"Drafts\" folder"); // the Outbox is meant
     ReleaseItems();
     mapi::Pointer<IMessage> message;
-    HRESULT status = message.Query(outlook::UnknownOf(mail.GetProperty(L"MAPIOBJECT")), mapi::kIidMessage);
+    HRESULT status = MessageOf(mail, message);
     LogLine(L"Calling mapi_Send...");
     if (SUCCEEDED(status)) {
         status = mapi_Send(message.Get(), m_pDefaultMsgStore.Get());

@@ -1,6 +1,8 @@
 // The properties of an exception's item, by their number.
 #include "session/COutlookFuncs.h"
 
+#include "NotOpen.h"
+
 #include "frame/ErrorCodes.h"
 #include "mapi/Diagnostics.h"
 #include "session/Operation.h"
@@ -11,17 +13,16 @@ namespace varden {
 
 namespace {
 
-constexpr const wchar_t* kNoException = L"Must open recurrence pattern exception first";
-
 /// A text of the property by a key that scripts use.
 struct PropertyKey {
     const wchar_t* key;
     const wchar_t* member;
+    bool isTruth = false; ///< "True" or "False"
 };
 constexpr std::array kPropertyKeys{
     PropertyKey{L"Class", L"Class"},
     PropertyKey{L"Formula", L"Formula"},
-    PropertyKey{L"Is User Property", L"IsUserProperty"},
+    PropertyKey{L"Is User Property", L"IsUserProperty", true},
     PropertyKey{L"Name", L"Name"},
     PropertyKey{L"Type", L"Type"},
     PropertyKey{L"Validation Formula", L"ValidationFormula"},
@@ -37,10 +38,10 @@ std::wstring COutlookFuncs::OpenExceptItemProps() {
     }
     Operation operation(L"OpenExceptItemProps");
     if (!m_objRecurrencePattern) {
-        return operation.Fail(error::kNoRecord, L"Must open the recurrence pattern first");
+        return operation.Fail(error::kNoRecord, kPatternNotOpen);
     }
     if (!m_objException) {
-        return operation.Fail(error::kNoRecord, kNoException);
+        return operation.Fail(error::kNoRecord, kExceptionNotOpen);
     }
     m_objItemProperties.Set(m_objException.GetProperty(L"ItemProperties"));
     return kSuccessText;
@@ -52,7 +53,7 @@ std::wstring COutlookFuncs::RPEIGetPropertyCount() {
     }
     Operation operation(L"RPEIGetPropertyCount");
     if (!m_objException) {
-        return operation.Fail(error::kNoRecord, kNoException);
+        return operation.Fail(error::kNoRecord, kExceptionNotOpen);
     }
     _variant_t properties;
     if (const HRESULT status = m_objException.TryGet(L"ItemProperties", properties); FAILED(status)) {
@@ -87,14 +88,14 @@ std::wstring COutlookFuncs::RPEIGetPropertyData(const std::wstring& key) {
         return operation.Fail(error::kNoRecord,
                               L"Must open recurrence pattern exception item property first");
     }
-    for (const PropertyKey& known : kPropertyKeys) {
-        if (EqualIgnoringCase(known.key, key)) {
-            const bool isTruth = std::wstring_view(known.member) == L"IsUserProperty";
-            return isTruth ? std::wstring(m_objItemProperty.GetBool(known.member) ? L"True" : L"False")
-                           : m_objItemProperty.GetText(known.member);
-        }
+    const PropertyKey* known = FindByWord(kPropertyKeys, &PropertyKey::key, key);
+    if (!known) {
+        return operation.Fail(error::kFieldName);
     }
-    return operation.Fail(error::kFieldName);
+    if (known->isTruth) {
+        return m_objItemProperty.GetBool(known->member) ? L"True" : L"False";
+    }
+    return m_objItemProperty.GetText(known->member);
 }
 
 } // namespace varden

@@ -1,16 +1,19 @@
 // Single occurrences of a pattern and its exceptions.
 #include "session/COutlookFuncs.h"
 
+#include "NotOpen.h"
+
 #include "fields/Conversions.h"
 #include "frame/ErrorCodes.h"
 #include "mapi/Diagnostics.h"
 #include "session/Operation.h"
 
+#include <utility>
+
 namespace varden {
 
 namespace {
 
-constexpr const wchar_t* kPatternNotOpen = L"Must open the recurrence pattern first";
 constexpr const wchar_t* kWalkNotBegun =
     L"Must call RPGetFirstException first"; // by a name that the function hasn't
 
@@ -32,8 +35,7 @@ std::wstring COutlookFuncs::OpenRecurrenceOccurrence(const ScriptText& date) {
         return operation.Fail(error::kFieldValue, L"Invalid date/time value");
     }
     try {
-        outlook::Reference& occurrence =
-            m_objAppointmentItem ? m_objOccurrenceAppointment : m_objOccurrenceTask;
+        outlook::Reference& occurrence = Occurrence();
         occurrence.Release();
         occurrence.Set(m_objRecurrencePattern.Call(L"GetOccurrence", {outlook::DateValue(*start)}));
     } catch (const _com_error& caught) {
@@ -46,14 +48,11 @@ std::wstring COutlookFuncs::DeleteRecurrenceOccurrence(const ScriptText& date) {
     Operation operation(L"DeleteRecurrenceOccurrence");
     std::wstring answer = OpenRecurrenceOccurrence(date);
     if (answer != kSuccessText) {
-        operation.Failed();
-        return answer;
+        return operation.EndedWith(std::move(answer));
     }
     try {
-        outlook::Reference& occurrence =
-            m_objAppointmentItem ? m_objOccurrenceAppointment : m_objOccurrenceTask;
-        occurrence.Call(L"Delete");
-        occurrence.Release();
+        Occurrence().Call(L"Delete");
+        Occurrence().Release();
     } catch (const _com_error& caught) {
         return operation.FailCom(caught);
     }
@@ -121,7 +120,7 @@ std::wstring COutlookFuncs::RPOpenFirstException() {
         return operation.FailCom(caught);
     }
     m_lException = 1;
-    return RPOpenNextException();
+    return operation.EndedWith(RPOpenNextException());
 }
 
 std::wstring COutlookFuncs::RPOpenNextException() {
@@ -139,7 +138,7 @@ std::wstring COutlookFuncs::RPOpenNextException() {
     } catch (const _com_error& caught) {
         return operation.FailCom(caught);
     }
-    return RPOpenExceptionAt(m_lException++);
+    return operation.EndedWith(RPOpenExceptionAt(m_lException++));
 }
 
 /// Replaces an open occurrence without saving it.
@@ -175,7 +174,7 @@ std::wstring COutlookFuncs::GetExceptValue(const std::wstring& name) {
         return operation.Fail(error::kNoRecord, kPatternNotOpen);
     }
     if (!m_objExceptions) {
-        return operation.Fail(error::kNoRecord, L"Must open recurrence pattern exception first");
+        return operation.Fail(error::kNoRecord, kExceptionNotOpen);
     }
     if (EqualIgnoringCase(name, L"Deleted")) {
         return m_objException.GetBool(L"Deleted") ? L"true" : L"false";

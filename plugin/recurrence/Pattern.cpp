@@ -1,6 +1,7 @@
 // The recurrence pattern of the current appointment or task: opened, its fields, closed.
 #include "session/COutlookFuncs.h"
 
+#include "NotOpen.h"
 #include "PatternFields.h"
 
 #include "frame/ErrorCodes.h"
@@ -13,10 +14,8 @@ namespace varden {
 
 namespace {
 
-constexpr const wchar_t* kNotOpen = L"Must open the recurrence pattern first";
-
 /// The bytes that make a stored pattern one of Monday to Friday ([MS-OXOCAL] 2.2.1.44.1: recurrence
-/// frequency, pattern type, calendar type, first date-time, period and days of the week).
+/// frequency, pattern type, first date-time, period and days of the week).
 struct BlobByte {
     std::size_t offset;
     BYTE value;
@@ -98,7 +97,7 @@ std::wstring COutlookFuncs::SetRecurPatternValue(const std::wstring& name, const
     }
     Operation operation(L"SetRecurPatternValue");
     if (!m_objRecurrencePattern) {
-        return operation.Fail(error::kNoRecord, kNotOpen);
+        return operation.Fail(error::kNoRecord, kPatternNotOpen);
     }
     try {
         const PatternField* field = FindPatternFieldToWrite(name);
@@ -162,7 +161,7 @@ std::wstring COutlookFuncs::GetRecurPatternValue(const std::wstring& name) {
     }
     Operation operation(L"GetRecurPatternValue");
     if (!m_objRecurrencePattern) {
-        return operation.Fail(error::kNoRecord, kNotOpen);
+        return operation.Fail(error::kNoRecord, kPatternNotOpen);
     }
     const PatternField* field = FindPatternFieldToRead(Without(name, L' '));
     if (!field) {

@@ -83,9 +83,7 @@ std::span<const PatternField> PatternFields() {
 }
 
 const PatternField* FindPatternFieldToWrite(const std::wstring& name) {
-    const auto field = std::ranges::find_if(
-        kFields, [&](const PatternField& known) { return EqualIgnoringCase(known.name, name); });
-    return field == kFields.end() ? nullptr : &*field;
+    return FindByWord(kFields, &PatternField::name, name);
 }
 
 const PatternField* FindPatternFieldToRead(const std::wstring& name) {

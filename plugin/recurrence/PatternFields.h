@@ -27,7 +27,7 @@ struct PatternField {
     PatternForm form;
 };
 
-/// All of them.
+/// The whole vocabulary of patterns, in the order in which it is documented.
 std::span<const PatternField> PatternFields();
 /// By the name with its blanks, without regard to case; null for an unknown name.
 const PatternField* FindPatternFieldToWrite(const std::wstring& name);

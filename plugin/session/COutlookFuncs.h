@@ -32,8 +32,10 @@ enum class RecordSource { EntryId, SavedItem };
 
 /// Operations answer with a text: "0" for a change of state, an entry id for an operation that yields a
 /// record, "End" at the end of a walk, "!!ERROR!!" for a failure, whose reason is then in the last-error
-/// record. Without a session every operation fails with -1001; with one it clears the last error first. A COM
-/// failure that an operation doesn't name itself leaves it as _com_error.
+/// record. Without a session every operation fails with -1001; with one it clears the last error first. Only
+/// RPCloseRecurrencePattern and RPCloseOccurrenceItem do neither. A COM failure that an operation doesn't
+/// name itself leaves it as _com_error, the use of a MAPI object that isn't there as mapi::Unavailable; one
+/// that it catches is recorded as 999 with the words for it.
 class COutlookFuncs {
 public:
     COutlookFuncs() = default;
@@ -54,38 +56,111 @@ public:
 
     // Folders (folders/)
 
+    /// Makes the store of that name, in any case and with or without a "/" in front, the store in use, and
+    /// its top-level folder the root folder. No folder is current afterwards. Clears the filter, also when it
+    /// fails: -1003 for a store that can't be looked up.
     std::wstring OpenRootFolder(const ScriptText& name);
+    /// Makes the first top-level folder the root folder; the store in use and the filter stay. Its name, or
+    /// "End". No folder is current afterwards.
     std::wstring GetFirstRootFolder();
+    /// The same for the one behind it.
     std::wstring GetNextRootFolder();
+    /// Makes a folder current, with its items and without a filter. The path has "/" between names, which
+    /// count with case; one that begins with "/" runs from the root folder, any other from the current
+    /// folder. -1015 for a path that leads nowhere: the last folder that matched is then the current one,
+    /// without a list.
     std::wstring OpenFolder(const ScriptText& path);
+    /// Makes the folders of the path that are missing, and the last one current as OpenFolder does. The
+    /// module word, in any case, is the type of the new ones. -1026 without a current folder, -1087 without a
+    /// path, -1021 for an unknown word, 999 for what Outlook refuses; folders made before that stay.
     std::wstring CreateFolder(const ScriptText& path, const ScriptText& module);
+    /// Lists all folders below the root folder and makes the first one current; list of items, item type and
+    /// filter stay as they were. Its path, or "End". The item word is only logged. -1097 for a folder that
+    /// can't be had.
     std::wstring GetFirstFolder(const ScriptText& item);
+    /// The same for the next folder of the list that GetFirstFolder made. One that fails is tried again by
+    /// the next call.
     std::wstring GetNextFolder();
+    /// The entry id of the current folder; -1026 without one.
     std::wstring GetFolderID();
+    /// The word for what the current folder holds: "Mail", "Calendar" ... -1026 without a current folder,
+    /// -1015 for a type that has no word.
     std::wstring GetFolderType();
+    /// The name of the current folder; -1026 without one.
     std::wstring GetCurrentFolderName();
+    /// The name of the folder that Outlook uses for a purpose, by a word in any case: "Inbox", "Sent Mail"
+    /// ... "Root". -1088 for an unknown word; -1097 for a folder that isn't reached, and the record is let
+    /// go.
     std::wstring GetDefaultFolderName(const ScriptText& word);
+    /// Makes another user's default folder current, without a filter; the root folder stays. `folder` is a
+    /// number of OlDefaultFolders. -1100 for one that isn't reached.
     std::wstring OpenSharedFolder(const ScriptText& user, std::int32_t folder);
 
     // Records (records/)
 
+    /// Makes a new item the current record, unsaved but for a note: in the current folder, or, without one,
+    /// in the default folder of the module, which becomes current. The module is a word in any case; without
+    /// one the current folder's type decides. -1021 for an unknown word, -1026 with neither word nor folder.
     std::wstring NewRecord(const ScriptText& module);
+    /// Makes a record current by its entry id (hexadecimal), or a new item made from an MSG file. The folder
+    /// that it lies in becomes current, without a list of items, the cursor 1. -1018 without a root folder,
+    /// -1024 without an argument, -1027 for an id and -1016 for a file that isn't found. An item of no known
+    /// kind is answered "!!ERROR!! ", with a blank, and -1095.
     std::wstring OpenRecord(const ScriptText& idOrPath, RecordSource source);
+    /// Fetches the current folder's items, narrows them by the filter and makes the first current. Its entry
+    /// id, or "End". -1026 without a current folder; otherwise fails as FilterApply and GetNextRecord do.
     std::wstring GetFirstRecord();
+    /// Makes the item behind the cursor current. Its entry id, or "End"; the record before is let go in any
+    /// case. -1026 without a current folder, 999 without a list, -1095 for an item of no known kind, which
+    /// the next call steps past.
     std::wstring GetNextRecord();
+    /// The count of the list in decimal; without a list, that of the current folder's items without the
+    /// filter. Raises E_POINTER with neither.
     std::wstring GetRecordCount();
+    /// Narrows the list by a filter in Outlook's own language, and remembers it for GetFirstRecord. -1026
+    /// without a list: one must have been fetched since the last OpenRecord. 999 for a filter that Outlook
+    /// refuses, -1200 when no list comes back; both leave list and filter as they were.
     std::wstring FilterApply(const std::wstring& filter);
-    /// Filters by last modification after a time stamp.
+    /// Filters by last modification after a time stamp, which is in the user's locale and without seconds.
     std::wstring Search(const std::wstring& timeStamp);
+    /// Saves the current record and, by its kind and the option word, sends it: a mail unless the word is
+    /// "DontSend", an appointment and a meeting with "Send" or "Appointment", an appointment's response with
+    /// "ApptResponse". The entry id, of a mail that went out the one it has in the Outbox. The record stays
+    /// current without a word and with "keep open", unless a mail went out. -1023 without a record or for a
+    /// kind that isn't saved, -1025 when nothing was saved or sent, -1098 for another word of an appointment,
+    /// -1097 for a meeting that isn't sent.
     std::wstring SaveRecord(const ScriptText& option);
+    /// Deletes a record by its entry id; for good when the word begins with "Y", "T" or "1", in either case.
+    /// Its folder is current afterwards, without a list. Fails as OpenRecord does; -1023 for a kind that
+    /// isn't deleted, -1028 for one that isn't found in its folder, a post above all; and under a filter as
+    /// FilterApply without a list, although the record has gone.
     std::wstring DeleteRecord(const ScriptText& entryId, const ScriptText& permanent);
+    /// Deletes the current record, for good by its place in the list, and renews the list: GetNextRecord goes
+    /// on with the record behind it. -1023 without a record. For good and without a list: raises
+    /// mapi::Unavailable, the record undeleted.
     std::wstring DeleteCurrentRecord(bool permanent);
+    /// Deletes the records of the current folder for good, except, where asked, private ones, and
+    /// distribution lists with their members. -1026 without a current folder, -1097 for a list whose members
+    /// can't be read; a record of no known kind ends it.
     std::wstring DeleteAllRecords(bool excludePrivate, bool excludeDistLists);
+    /// Removes all that is in the default Deleted Items folder.
     std::wstring EmptyAllDeletedItems();
+    /// Moves the current record to a folder, by a path of OpenFolder that begins with "/", or with the name
+    /// of a root folder, which becomes the one in use. The entry id that the record has there; it is let go.
+    /// The destination is current, without a list. -1024 without a path, -1003 and -1015 for a destination
+    /// that isn't found, -1023 without a record or for one that can't be moved, -1097 for MAPI's failures.
     std::wstring MoveRecord(const ScriptText& path);
+    /// Shows the current record in a window of Outlook's, in front of all others until it is closed if
+    /// `modal`. -1023 without a record or for a kind that has no window.
     std::wstring Display(bool modal);
+    /// Makes a new mail that passes a mail, post or journal entry on, unsent, the current record. Recipients
+    /// are given as for the fields "To", "Cc" and "Bcc"; the added text goes in front of the body. -1000
+    /// without an entry id, -1038 with OpenRecord's answer, -1023 for another kind, 999 for what Outlook
+    /// refuses.
     std::wstring ReplyToMessage(const ScriptText& entryId, const ScriptText& to, const ScriptText& cc,
                                 const ScriptText& bcc, const ScriptText& addedBody, bool keepAttachments);
+    /// Writes the current record to an MSG file, in place of one of that name; ".MSG" is added to a path that
+    /// doesn't end so. The type is only logged. -1097 with the reason.
     std::wstring SaveRecordAsMSG(const ScriptText& path, const ScriptText& outlookType);
 
     // Fields (fields/)
@@ -173,40 +248,102 @@ public:
 
     // Recurrence (recurrence/)
 
+    /// Opens the pattern of the current appointment or task, which becomes recurring by that. A pattern that
+    /// was open is closed without a save. -1023 for other kinds.
     std::wstring OpenRecurrencePattern();
+    /// Takes the recurrence from the current appointment or task, and saves it. -1023 for other kinds, -1097
+    /// when Outlook refuses to.
     std::wstring ClearRecurrencePattern();
+    /// Closes the open pattern with all that hangs on it but a task's occurrence; `save` saves the open
+    /// occurrence first. The pattern itself is saved with its record, not here. 999 for a save that fails,
+    /// and all stays open.
     std::wstring RPCloseRecurrencePattern(bool save);
+    /// Opens the occurrence at a date and time in the user's locale, whose fields then stand for the
+    /// record's. -1089 for a missing or bad date, -1023 without an open pattern, 999 for a date without an
+    /// occurrence.
     std::wstring OpenRecurrenceOccurrence(const ScriptText& date);
+    /// Deletes the occurrence at a date and time. Fails as opening it does.
     std::wstring DeleteRecurrenceOccurrence(const ScriptText& date);
+    /// Closes the open occurrence; `save` saves it first. 999 for a save that fails, and it stays open.
     std::wstring RPCloseOccurrenceItem(bool save);
+    /// The count of the open pattern's exceptions in decimal. -1023 without an open pattern, code 2 when it
+    /// has no collection of them, 999.
     std::wstring GetRecurPatternExceptionCount();
+    /// Takes the exceptions anew and opens the first. "0", or "End". -1023 without an open pattern, 999.
     std::wstring RPOpenFirstException();
+    /// Opens the next one. -1023 before RPOpenFirstException, 999.
     std::wstring RPOpenNextException();
+    /// Opens the exception at a 1-based place; a walk goes on from where it stood. An exception that isn't a
+    /// deleted one opens its occurrence too, in place of the one that was open, unsaved. -1023 without
+    /// exceptions, 999 for a place where there is none.
     std::wstring RPOpenExceptionAt(std::int32_t index);
+    /// The count of the item properties of the open exception in decimal; the name of the status when Outlook
+    /// refuses them, with no last error. -1023 without an exception.
     std::wstring RPEIGetPropertyCount();
+    /// Opens the item property at a place, as Outlook counts them. "0", or "End" while the properties haven't
+    /// been counted. -1023 without an exception.
     std::wstring RPEIOpenPropertyAt(std::int32_t index);
+    /// A text of the open item property, by a key in any case: "Name", "Value", "Is User Property" ... -1022
+    /// for an unknown key, -1023 without an item property.
     std::wstring RPEIGetPropertyData(const std::wstring& key);
+    /// Takes the item properties of the open exception. -1023 without a pattern or an exception.
     std::wstring OpenExceptItemProps();
-    // A field of the open pattern, and one of the open exception.
+    /// Writes a field of the open pattern; the name counts with its blanks, in any case. The recurrence type
+    /// is saved at once, the other fields with the record. -1023 without a pattern or before it has a type,
+    /// -1022 for an unknown name, -1089 for an unknown type, 999 for a value that Outlook refuses.
     std::wstring SetRecurPatternValue(const std::wstring& name, const std::wstring& data);
+    /// The text of a field of the open pattern; blanks in the name don't count. -1023 without a pattern,
+    /// -1022 for an unknown name.
     std::wstring GetRecurPatternValue(const std::wstring& name);
+    /// The text of "Deleted" or "Original Date" of the open exception. -1023 without a pattern or its
+    /// exceptions, -1022 for another name; raises E_POINTER without an open exception.
     std::wstring GetExceptValue(const std::wstring& name);
 
     // Extensions of items (extensions/)
 
+    /// Attaches a file to the current record, shown by `name`, and saves the record. -1013 without a path,
+    /// -1016 for one with "/" or without a file, -1023 without a record.
     std::wstring AddAttachment(const std::wstring& path, const std::wstring& name);
+    /// The file name of the attachment at a 1-based place, the short one where asked and there is one; of an
+    /// embedded message the subject with an extension. -1097 for a place without an attachment and for one
+    /// without a name.
     std::wstring GetAttachmentName(std::int32_t index, bool truncated);
+    /// Writes the attachment at a 1-based place to a file, in place of one of that name: an embedded message
+    /// as MSG, an OLE object as a compound file; one by reference writes nothing. -1012 without a path, -1016
+    /// for one without a folder, -301 and -302 for a folder that isn't there or can't be written, -1097 for
+    /// all else; no half of a file is left.
     std::wstring SaveAttachment(const ScriptText& path, std::int32_t index);
+    /// The count of attachments in decimal. -1097 for MAPI's failures; raises mapi::Unavailable without a
+    /// record.
     std::wstring GetAttachmentCount();
+    /// The size in bytes of the attachment at a 1-based place, in decimal; behind that of an embedded message
+    /// stands ".msg". Fails as GetAttachmentName does.
     std::wstring GetAttachmentSize(std::int32_t index);
+    /// Writes a custom field of the current record, which isn't saved by that; a field that it hasn't is
+    /// made, of the type that the word names in any case, also in the folder's list. Data that don't convert
+    /// are written as an empty value. -1011 without a name, -1094 for an unknown type, -1092 for a note,
+    /// -1023 without a record, -1093 and -1097 for what Outlook refuses.
     std::wstring SetCustonFieldData(const ScriptText& fieldName, const ScriptText& data,
                                     const std::wstring& type);
+    /// The text of a custom field of the current record, empty for one that has no value. -1026 without a
+    /// current folder, -1011 without a name, -1019 for a field that the store doesn't know or can't be read.
     std::wstring GetCustomFieldData(const ScriptText& fieldName);
+    /// Enters a custom field in the current folder's list; lets go of the record. -1026 without a current
+    /// folder, -1011 without a name, -1090 for an unknown type, -1095 for a folder whose first item has no
+    /// custom fields, -1093 and 999 for what Outlook refuses.
     std::wstring CreateCustomField(const ScriptText& fieldName, const ScriptText& type);
+    /// Adds a member that is in no address book to the current distribution list, at once and without a save.
+    /// The type is "SMTP" or "EX", with case. -1098 without one of the three, -1089 for a bad one, -1023
+    /// without a list, -1097 when no entry id is to be had.
     std::wstring AddOneOffDistListMember(const ScriptText& name, const ScriptText& address,
                                          const ScriptText& type);
+    /// Whether a name resolves in one store's address book: "All Ok", "NotFound", "Ambigious Entry" or the
+    /// words for another failure, with no last error. No record is touched.
     std::wstring AddDistListMember(const ScriptText& name);
+    /// The count of entries of the global address list in decimal.
     std::wstring GALCount();
+    /// A text of the entry at a 1-based place, by a key in any case. "type" is served for every entry, the
+    /// other keys for Exchange users; -4 for anything else.
     std::wstring GALGetField(const ScriptText& key, std::int32_t index);
 
     // State, in the order in which it is destroyed last to first.
@@ -366,6 +503,10 @@ private:
     // Recurrence
 
     const outlook::Reference* RecurringItem(Operation& operation);
+    /// Where an open occurrence is held: an appointment's while one is current, otherwise a task's.
+    outlook::Reference& Occurrence() {
+        return m_objAppointmentItem ? m_objOccurrenceAppointment : m_objOccurrenceTask;
+    }
     std::wstring SetRecurrenceType(const std::wstring& word, Operation& operation);
     void EditBlobToWeekdays();
     void SaveOccurrences();

@@ -16,6 +16,11 @@ std::wstring Fail(std::int32_t code, HRESULT subcode, std::wstring_view extra) {
     return kErrorText;
 }
 
+HRESULT FailMapi(HRESULT status, std::wstring_view detail) {
+    Fail(error::kMapi, status, detail);
+    return status;
+}
+
 std::wstring FailCom(const _com_error& caught) {
     SetLastErrorRecord(error::kComException, 0, LastError(), ComErrorText(caught));
     LastError().message = L"";
@@ -39,6 +44,13 @@ std::wstring Operation::FailCom(const _com_error& caught) {
 std::wstring Operation::Failed() {
     ExitAs(kFailedExit);
     return kErrorText;
+}
+
+std::wstring Operation::EndedWith(std::wstring answer) {
+    if (answer.starts_with(kErrorText)) {
+        ExitAs(kFailedExit);
+    }
+    return answer;
 }
 
 } // namespace varden

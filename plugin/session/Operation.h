@@ -18,6 +18,9 @@ namespace varden {
 std::wstring Fail(std::int32_t code, std::wstring_view extra = L"");
 std::wstring Fail(std::int32_t code, HRESULT subcode, std::wstring_view extra);
 
+/// Records a failure of MAPI, -1097 with this detail; gives its status.
+HRESULT FailMapi(HRESULT status, std::wstring_view detail);
+
 /// Records a COM failure that an operation has caught itself: code 999, which has no message, and the words
 /// for the failure as extra text. Gives the answer.
 std::wstring FailCom(const _com_error& caught);
@@ -32,6 +35,8 @@ public:
     std::wstring FailCom(const _com_error& caught);
     /// The answer when the last error is set already.
     std::wstring Failed();
+    /// Passes on the answer of an operation that this one ends with: its failure is a failure of this one.
+    std::wstring EndedWith(std::wstring answer);
 };
 
 } // namespace varden
