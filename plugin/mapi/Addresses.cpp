@@ -1,9 +1,8 @@
 // The internet addresses of a message's sender and recipients.
 #include "session/COutlookFuncs.h"
 
-#include "frame/ErrorCodes.h"
 #include "frame/PlugInLog.h"
-#include "mapi/InterfaceIds.h"
+#include "mapi/Steps.h"
 #include "mapi/Tags.h"
 #include "session/Operation.h"
 
@@ -72,15 +71,19 @@ void AppendAddresses(const mapi::RowSet& rows, const RecipientList& list, std::w
 
 HRESULT COutlookFuncs::mapi_GetSenderEMailAddress(IMessage* message, std::wstring& text) {
     const LoggedOperation log(L"mapi_GetSenderEMailAddress");
+    const auto fail = [&](HRESULT failure) {
+        LogLine(L"Returning %ls", text.c_str());
+        return failure;
+    };
     mapi::Pointer<IAddrBook> addressBook;
-    HRESULT status = m_psession->OpenAddressBook(0, nullptr, AB_NO_DIALOG, addressBook.Out());
+    HRESULT status = mapi::OpenAddressBook(m_psession.Required(), addressBook);
     if (FAILED(status)) {
-        return status;
+        return fail(status);
     }
     mapi::Block<SPropValue> entryId;
     status = mapi::GetOneProp(message, mapi::tag::kSenderEntryId, entryId.Out());
     if (FAILED(status)) {
-        return status;
+        return fail(status);
     }
     ULONG objectType = 0;
     mapi::Pointer<IMAPIProp> entry;
@@ -88,14 +91,17 @@ HRESULT COutlookFuncs::mapi_GetSenderEMailAddress(IMessage* message, std::wstrin
         addressBook->OpenEntry(entryId->Value.bin.cb, reinterpret_cast<LPENTRYID>(entryId->Value.bin.lpb),
                                nullptr, MAPI_BEST_ACCESS, &objectType, entry.OutAs<IUnknown>());
     if (FAILED(status)) {
-        return status;
+        return fail(status);
     }
     mapi::Block<SPropValue> address;
     status = mapi::GetOneProp(&entry.Required(), mapi::tag::kSmtpAddress, address.Out());
     if (FAILED(status)) {
         status = mapi::GetOneProp(entry.Get(), mapi::tag::kEmailAddress, address.Out());
     }
-    if (SUCCEEDED(status) && address->Value.lpszW) {
+    if (FAILED(status)) {
+        return fail(status);
+    }
+    if (address->Value.lpszW) {
         text = address->Value.lpszW;
     }
     return status;
@@ -112,7 +118,7 @@ bool COutlookFuncs::mapi_GetSMTPAddresses(const std::wstring& fieldName, std::ws
         return false;
     }
     const auto fail = [&](HRESULT status, const wchar_t* reason) {
-        Fail(error::kMapi, status, reason);
+        FailMapi(status, reason);
         LogLine(L"Returning %ls", fieldData.c_str());
         return false;
     };

@@ -3,6 +3,7 @@
 
 #include "Diagnostics.h"
 #include "NamedTags.h"
+#include "PropertySets.h"
 #include "Tags.h"
 
 #include "frame/PlugInLog.h"
@@ -16,16 +17,16 @@ namespace varden::mapi {
 namespace {
 
 constexpr NumberedName M(LONG id) {
-    return {NameSet::Meeting, id};
+    return {&propertyset::kMeeting, id};
 }
 constexpr NumberedName A(LONG id) {
-    return {NameSet::Appointment, id};
+    return {&propertyset::kAppointment, id};
 }
 constexpr NumberedName C(LONG id) {
-    return {NameSet::Common, id};
+    return {&propertyset::kCommon, id};
 }
 constexpr NumberedName K(LONG id) {
-    return {NameSet::CalendarAssistant, id};
+    return {&propertyset::kCalendarAssistant, id};
 }
 
 /// Where the value of a property comes from.
@@ -36,17 +37,15 @@ enum class ValueFrom : std::uint8_t {
     Constant,     ///< a long
     TimeProperty, ///< a time of the old message, or the fallback
     TextProperty, ///< a text of the old message; nothing without one
-    TextOrEmpty,
-    OldLong,     ///< the old message's own value as a long, or the constant
-    OldBoolean,  ///< its own, or false
-    OldBinary,   ///< its own, or an empty one
-    OldText,     ///< its own, or empty
-    OldAsTime,   ///< its own, relabelled as a time; long 0 when missing
-    OneMore,     ///< its own long plus 1; 1 when missing
-    Now,         ///< the present time
-    PlainText,   ///< a text of the old message by a tag of its own
-    OldLocation, ///< the text of the row behind
-    None,        ///< no value is made
+    OldLong,      ///< the old message's own value as a long, or the constant
+    OldBoolean,   ///< its own, or false
+    OldBinary,    ///< its own, or an empty one
+    OldText,      ///< its own, or empty
+    OldAsTime,    ///< its own, relabelled as a time; long 0 when missing
+    OneMore,      ///< its own long plus 1; 1 when missing
+    Now,          ///< the present time
+    OldLocation,  ///< the text of the row before it
+    None,         ///< no value is made
 };
 
 struct ValueRow {
@@ -57,8 +56,6 @@ struct ValueRow {
 };
 
 constexpr ULONG kLastModification = 0x30080040;
-constexpr ULONG kDisplayTo = 0x0E04001F;
-constexpr ULONG kDisplayCc = 0x0E03001F;
 
 /// The time that stands for a missing start or end.
 constexpr FILETIME kFallbackTime{0xA3DD4000, 0x0CB34557}; // 1 January 4501, as Outlook's own mark for no date
@@ -94,8 +91,8 @@ constexpr std::array kPreparedValues{
     ValueRow{A(33303), ValueFrom::OldAsTime},
     ValueRow{A(33348), ValueFrom::False},
     ValueRow{A(33283), ValueFrom::OneMore},
-    ValueRow{C(33339), ValueFrom::TextProperty, kDisplayTo},
-    ValueRow{C(33340), ValueFrom::TextProperty, kDisplayCc},
+    ValueRow{C(33339), ValueFrom::TextProperty, tag::kDisplayTo},
+    ValueRow{C(33340), ValueFrom::TextProperty, tag::kDisplayCc},
 };
 
 constexpr std::array kCalendarEntryValues{
@@ -119,7 +116,7 @@ constexpr std::array kResponseValues{
     ValueRow{A(33285), ValueFrom::OldLong, 0, -1},
     ValueRow{A(33287), ValueFrom::Zero},
     ValueRow{A(33288), ValueFrom::OldText},
-    ValueRow{M(2), ValueFrom::OldLocation}, // the location of the row before it, by its tag
+    ValueRow{M(2), ValueFrom::OldLocation},
     ValueRow{A(33293), ValueFrom::TimeProperty, tag::kStartDate},
     ValueRow{A(33294), ValueFrom::TimeProperty, tag::kEndDate},
     ValueRow{A(33303), ValueFrom::Zero},
@@ -163,9 +160,8 @@ constexpr std::array<ULONG, 11> kExclusions{0x0E12000D, 0x0C1E001F, 0x0C1F001F, 
 class OwnedValue {
 public:
     /// Takes the value of the property; whether it could be read.
-    bool Read(IMessage& message, ULONG readTag) {
-        return SUCCEEDED(GetOneProp(&message, readTag, m_block.Out()));
-    }
+    bool Read(IMessage& message, ULONG readTag) { return SUCCEEDED(TryRead(message, readTag)); }
+    HRESULT TryRead(IMessage& message, ULONG readTag) { return GetOneProp(&message, readTag, m_block.Out()); }
     SPropValue& Make(ULONG type) {
         m_block = AllocateBlock<SPropValue>();
         m_block->ulPropTag = type;
@@ -215,7 +211,8 @@ std::optional<OwnedValue> MakeValue(const ValueRow& row, IMessage& old, ULONG ow
         value.SetTime(Now());
         break;
     case ValueFrom::TextProperty:
-        if (!value.Read(old, row.tag)) {
+        if (const HRESULT status = value.TryRead(old, row.tag); FAILED(status)) {
+            LogLine(mapi_HResultName(status));
             return std::nullopt;
         }
         break;
@@ -261,26 +258,35 @@ std::optional<OwnedValue> MakeValue(const ValueRow& row, IMessage& old, ULONG ow
     return value;
 }
 
-/// Writes the rows' values to `target`, made from `old`, under the tags that the names have on each.
+/// The values of rows; none for a row that has none.
 template <std::size_t Count>
-void WriteRows(const std::array<ValueRow, Count>& rows, IMessage& old, IMessage& target) {
+using Values = std::array<std::optional<OwnedValue>, Count>;
+
+/// Writes the rows' values to `target`, made from `old`, under the tags that the names have on each. Gives
+/// the values; none at all when a look-up fails.
+template <std::size_t Count>
+Values<Count> WriteRows(const std::array<ValueRow, Count>& rows, IMessage& old, IMessage& target) {
     std::array<NumberedName, Count> names;
     std::ranges::transform(rows, names.begin(), &ValueRow::name);
     const std::vector<ULONG> oldTags = FindTags(names, old);
     const std::vector<ULONG> targetTags = &old == &target ? oldTags : FindTags(names, target);
+    Values<Count> values;
     if (oldTags.size() != Count || targetTags.size() != Count) {
-        return;
+        return values;
     }
     const auto untyped = [](ULONG namedTag) { return CHANGE_PROP_TYPE(namedTag, PT_UNSPECIFIED); };
     for (std::size_t i = 0; i < Count; ++i) {
         const ULONG before = i == 0 ? 0 : untyped(oldTags[i - 1]);
-        if (const auto value = MakeValue(rows[i], old, untyped(oldTags[i]), before)) {
+        auto& value = values[i];
+        value = MakeValue(rows[i], old, untyped(oldTags[i]), before);
+        if (value) {
             (*value)->ulPropTag = CHANGE_PROP_TYPE(targetTags[i], value->Type());
             if (const HRESULT status = SetOneProp(&target, &**value); FAILED(status)) {
                 LogLine(mapi_HResultName(status));
             }
         }
     }
+    return values;
 }
 
 template <std::size_t Count>
@@ -292,13 +298,6 @@ std::vector<ULONG> TypedTags(const std::array<TypedName, Count>& rows, IMessage&
         tags[i] = CHANGE_PROP_TYPE(tags[i], rows[i].type);
     }
     return tags;
-}
-
-bool IsRecurring(IMessage& message) {
-    const std::array name{kResponseValues[kIsRecurringRow].name};
-    const std::vector<ULONG> tags = FindTags(name, message);
-    OwnedValue value;
-    return !tags.empty() && value.Read(message, CHANGE_PROP_TYPE(tags.front(), PT_BOOLEAN)) && value->Value.b;
 }
 
 } // namespace
@@ -327,8 +326,9 @@ void StampCalendarEntry(IMessage& meeting, IMessage& entry) {
 }
 
 void CopyResponseNames(IMessage& entry, IMessage& response) {
-    WriteRows(kResponseValues, entry, response);
-    if (!IsRecurring(entry)) {
+    const auto values = WriteRows(kResponseValues, entry, response);
+    const auto& isRecurring = values[kIsRecurringRow];
+    if (!isRecurring || !(*isRecurring)->Value.b) {
         return;
     }
     // The response is written under the entry's tags: its own names aren't looked up here.

@@ -9,8 +9,9 @@ namespace varden::mapi {
 /// the log.
 void PrepareMeetingProperties(IMessage& message);
 
-/// What a first request must not take over from the appointment, or what an update must not.
 enum class SendKind { FirstRequest, Update };
+
+/// What a first request must not take over from the appointment, or what an update must not.
 Block<SPropTagArray> ExcludedFromRequest(SendKind kind, IMessage& appointment);
 
 /// Marks an accepted meeting's copy as the calendar's own entry, linked to the organizer's meeting.

@@ -7,9 +7,12 @@
 #include "mapi/MeetingProperties.h"
 #include "mapi/NamedTags.h"
 #include "mapi/PropertyCatalogue.h"
+#include "mapi/PropertySets.h"
+#include "mapi/Steps.h"
 #include "mapi/Tags.h"
 #include "session/Operation.h"
 
+#include <algorithm>
 #include <array>
 #include <limits>
 
@@ -18,32 +21,12 @@ namespace varden {
 namespace {
 
 namespace tag = mapi::tag;
-using mapi::NameSet;
 using mapi::NumberedName;
 
 constexpr long kStatusReceived = 3;
 constexpr long kStatusCanceled = 5;
 constexpr long kStatusReceivedAndCanceled = 7;
 constexpr long kMeetingIcon = 1026;
-
-HRESULT FailStep(HRESULT status, const wchar_t* text) {
-    Fail(error::kMapi, status, text);
-    return status;
-}
-
-HRESULT SetLong(IMessage& message, ULONG longTag, long number) {
-    SPropValue property{};
-    property.ulPropTag = longTag;
-    property.Value.l = number;
-    return mapi::SetOneProp(&message, &property);
-}
-
-HRESULT SetText(IMessage& message, ULONG textTag, const std::wstring& text) {
-    SPropValue property{};
-    property.ulPropTag = textTag;
-    property.Value.lpszW = const_cast<LPWSTR>(text.c_str());
-    return mapi::SetOneProp(&message, &property);
-}
 
 /// The long of a property; none where it can't be read.
 std::optional<long> LongOf(IMAPIProp& object, ULONG longTag) {
@@ -67,38 +50,26 @@ long Below(long number) {
     return static_cast<long>(static_cast<std::uint32_t>(number) - 1);
 }
 
-/// One property of the store. A property that it lacks is a failure, with the status that stands for it.
-HRESULT GetStoreProperty(IMsgStore& store, ULONG storeTag, mapi::Block<SPropValue>& value) {
-    SizedSPropTagArray(1, tags) = {1, {storeTag}};
-    ULONG count = 0;
-    HRESULT status = store.GetProps(reinterpret_cast<LPSPropTagArray>(&tags), 0, &count, value.Out());
-    if (status == MAPI_W_ERRORS_RETURNED) {
-        status = value->Value.err;
-    }
-    return FAILED(status) ? FailStep(status, L"Unable to access store properties") : status;
-}
-
-/// The tag of a field by the catalogue, with the type that it is written with.
-ULONG TypedTag(const wchar_t* fieldName, ULONG type, IMessage& message) {
-    ULONG found = 0;
-    mapi_PropTagFromFieldName(fieldName, found, &message);
-    return CHANGE_PROP_TYPE(found, type);
+/// A folder's entry id, as the store tells it.
+HRESULT GetFolderId(IMsgStore& store, ULONG folderTag, mapi::Block<SPropValue>& entryId) {
+    const HRESULT status = mapi::GetStoreProperty(store, folderTag, entryId);
+    return FAILED(status) ? FailMapi(status, L"Unable to access store properties") : status;
 }
 
 /// The appointment remembers that it went out: everybody is invited, the organizer has answered, its icon is
 /// a meeting's.
 HRESULT MarkInvited(IMessage& appointment) {
     std::array<SPropValue, 3> properties{};
-    properties[0].ulPropTag = TypedTag(L"FInvited", PT_BOOLEAN, appointment);
+    properties[0].ulPropTag = mapi_TypedTag(L"FInvited", PT_BOOLEAN, appointment);
     properties[0].Value.b = TRUE;
-    properties[1].ulPropTag = TypedTag(L"Response Status", PT_LONG, appointment);
+    properties[1].ulPropTag = mapi_TypedTag(L"Response Status", PT_LONG, appointment);
     properties[1].Value.l = 1;
     properties[2].ulPropTag = tag::kIconIndex;
     properties[2].Value.l = kMeetingIcon;
     appointment.SetProps(static_cast<ULONG>(properties.size()), properties.data(), nullptr);
-    const std::array attached{NumberedName{NameSet::Meeting, 38}};
+    const std::array attached{NumberedName{&mapi::propertyset::kMeeting, 38}};
     if (const auto tags = mapi::FindTags(attached, appointment); !tags.empty()) {
-        SetLong(appointment, CHANGE_PROP_TYPE(tags.front(), PT_LONG), 1);
+        mapi::SetLong(appointment, CHANGE_PROP_TYPE(tags.front(), PT_LONG), 1);
     }
     return appointment.SaveChanges(KEEP_OPEN_READWRITE);
 }
@@ -133,19 +104,30 @@ long MeetingStatusOf(IMessage& message) {
     return isRead ? status->Value.l : kStatusReceived;
 }
 
+/// A property of the appointment set that a message goes out with.
+struct FinalProperty {
+    LONG id;
+    ULONG type;
+    long value;
+};
+
 /// The meeting's final properties; a failure is told to the log only.
 void SetFinalProperties(IMessage& message, long status) {
-    constexpr std::array names{
-        NumberedName{NameSet::Appointment, 33303}, NumberedName{NameSet::Appointment, 33312},
-        NumberedName{NameSet::Appointment, 33304}, NumberedName{NameSet::Appointment, 33285},
-        NumberedName{NameSet::Appointment, 33316}};
-    constexpr std::array<ULONG, 5> types{PT_LONG, PT_BOOLEAN, PT_LONG, PT_LONG, PT_LONG};
-    const std::array<long, 5> values{status + 2, FALSE, 5, 1, 0};
+    const std::array rows{FinalProperty{33303, PT_LONG, status + 2}, FinalProperty{33312, PT_BOOLEAN, FALSE},
+                          FinalProperty{33304, PT_LONG, 5}, FinalProperty{33285, PT_LONG, 1},
+                          FinalProperty{33316, PT_LONG, 0}};
+    std::array<NumberedName, rows.size()> names;
+    std::ranges::transform(rows, names.begin(), [](const FinalProperty& row) {
+        return NumberedName{&mapi::propertyset::kAppointment, row.id};
+    });
     const std::vector<ULONG> tags = mapi::FindTags(names, message);
-    std::array<SPropValue, 5> properties{};
-    for (std::size_t i = 0; i < tags.size() && i < properties.size(); ++i) {
-        properties[i].ulPropTag = CHANGE_PROP_TYPE(tags[i], types[i]);
-        properties[i].Value.l = values[i];
+    if (tags.size() != rows.size()) {
+        return;
+    }
+    std::array<SPropValue, rows.size()> properties{};
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        properties[i].ulPropTag = CHANGE_PROP_TYPE(tags[i], rows[i].type);
+        properties[i].Value.l = rows[i].value;
     }
     if (const HRESULT written =
             message.SetProps(static_cast<ULONG>(properties.size()), properties.data(), nullptr);
@@ -166,7 +148,7 @@ HRESULT COutlookFuncs::mapi_OpenFolderFromStoreProp(mapi::Pointer<IMAPIFolder>& 
                                                     IMsgStore* store) {
     const LoggedOperation log(L"mapi_OpenFolderFromStoreProp");
     mapi::Block<SPropValue> entryId;
-    HRESULT status = GetStoreProperty(mapi::Present(store), folderTag, entryId);
+    HRESULT status = GetFolderId(mapi::Present(store), folderTag, entryId);
     if (FAILED(status)) {
         return status;
     }
@@ -179,8 +161,6 @@ HRESULT COutlookFuncs::mapi_OpenFolderFromStoreProp(mapi::Pointer<IMAPIFolder>& 
     return status;
 }
 
-/// A number for the meeting that no other of the folder has: one more than the greatest, or else one in a
-/// gap.
 HRESULT COutlookFuncs::mapi_NextOwnerApptId(long& id, IMAPIFolder* folder) {
     const LoggedOperation log(L"mapi_NextOwnerApptId");
     mapi::Pointer<IMAPITable> table;
@@ -257,7 +237,7 @@ HRESULT COutlookFuncs::mapi_SendMeeting(IMessage* appointment, IMsgStore* store)
     }
     if (list) {
         if (const HRESULT status = message->ModifyRecipients(MODRECIP_ADD, list.get()); FAILED(status)) {
-            return FailStep(status, L"Failed to modify recipients.");
+            return FailMapi(status, L"Failed to modify recipients.");
         }
     }
     return mapi_FinishMeetingMessage(message.Required(), isUpdate);
@@ -300,13 +280,13 @@ HRESULT COutlookFuncs::CreateInOutbox(mapi::Pointer<IMessage>& message, IMsgStor
         return status;
     }
     const HRESULT status = outbox->CreateMessage(nullptr, 0, message.Out());
-    return FAILED(status) ? FailStep(status, L"Unable to create message") : status;
+    return FAILED(status) ? FailMapi(status, L"Unable to create message") : status;
 }
 
 /// Tells the message where its sent copy belongs.
 HRESULT COutlookFuncs::PointAtSentItems(IMessage& message, IMsgStore* store) {
     mapi::Block<SPropValue> sentItems;
-    if (const HRESULT status = GetStoreProperty(mapi::Present(store), tag::kIpmSentmailEntryId, sentItems);
+    if (const HRESULT status = GetFolderId(mapi::Present(store), tag::kIpmSentmailEntryId, sentItems);
         FAILED(status)) {
         return status;
     }
@@ -325,24 +305,24 @@ HRESULT COutlookFuncs::mapi_FinishMeetingMessage(IMessage& message, bool isUpdat
     }
     SetFinalProperties(message, status);
     const HRESULT submitted = message.SubmitMessage(0);
-    return FAILED(submitted) ? FailStep(submitted, L"Failed to submit message") : submitted;
+    return FAILED(submitted) ? FailMapi(submitted, L"Failed to submit message") : submitted;
 }
 
 /// An empty prefix and an empty subject aren't written.
 HRESULT COutlookFuncs::WriteHeading(IMessage& message, const std::wstring& prefix,
                                     const std::wstring& subject, const std::wstring& messageClass) {
     if (!prefix.empty()) {
-        if (const HRESULT status = SetText(message, tag::kSubjectPrefix, prefix); FAILED(status)) {
-            return FailStep(status, L"Failed to set prefix message.");
+        if (const HRESULT status = mapi::SetText(message, tag::kSubjectPrefix, prefix); FAILED(status)) {
+            return FailMapi(status, L"Failed to set prefix message.");
         }
     }
     if (!subject.empty()) {
-        if (const HRESULT status = SetText(message, tag::kSubject, subject); FAILED(status)) {
-            return FailStep(status, L"Failed to set subject.");
+        if (const HRESULT status = mapi::SetText(message, tag::kSubject, subject); FAILED(status)) {
+            return FailMapi(status, L"Failed to set subject.");
         }
     }
-    const HRESULT status = SetText(message, tag::kMessageClass, messageClass);
-    return FAILED(status) ? FailStep(status, L"Failed to set message class.") : status;
+    const HRESULT status = mapi::SetText(message, tag::kMessageClass, messageClass);
+    return FAILED(status) ? FailMapi(status, L"Failed to set message class.") : status;
 }
 
 } // namespace varden

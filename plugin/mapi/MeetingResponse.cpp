@@ -1,11 +1,11 @@
 // Accepting a meeting: the attendee's side.
 #include "session/COutlookFuncs.h"
 
-#include "frame/ErrorCodes.h"
 #include "mapi/EntryIdText.h"
 #include "mapi/InterfaceIds.h"
 #include "mapi/MeetingProperties.h"
 #include "mapi/PropertyCatalogue.h"
+#include "mapi/Steps.h"
 #include "mapi/Tags.h"
 #include "session/Operation.h"
 
@@ -19,18 +19,6 @@ namespace tag = mapi::tag;
 
 constexpr long kAccepted = 3;
 constexpr long kAcceptVerb = 7265;
-
-HRESULT FailStep(HRESULT status, const wchar_t* text) {
-    Fail(error::kMapi, status, text);
-    return status;
-}
-
-HRESULT SetText(IMessage& message, ULONG textTag, const std::wstring& text) {
-    SPropValue property{};
-    property.ulPropTag = textTag;
-    property.Value.lpszW = const_cast<LPWSTR>(text.c_str());
-    return mapi::SetOneProp(&message, &property);
-}
 
 /// Whether the organizer asked for no answer.
 bool WantsNoResponse(IMessage& message) {
@@ -80,11 +68,11 @@ HRESULT CopyProperties(IMessage& from, IMessage& to) {
             status = mapi::SetOneProp(&to, value.get());
         }
         if (FAILED(status) && copied.failure) {
-            return FailStep(status, copied.failure);
+            return FailMapi(status, copied.failure);
         }
     }
     const HRESULT status = CopyConversationIndex(from, to);
-    return FAILED(status) ? FailStep(status, L"Failed to increment Conversation Index: %s") : status;
+    return FAILED(status) ? FailMapi(status, L"Failed to increment Conversation Index: %s") : status;
 }
 
 } // namespace
@@ -92,7 +80,7 @@ HRESULT CopyProperties(IMessage& from, IMessage& to) {
 HRESULT COutlookFuncs::mapi_SendMeetingAccept(IMessage* message, IMsgStore* store) {
     const LoggedOperation log(L"mapi_SendMeetingAccept");
     if (m_lMeetingResponse != kAccepted) {
-        return FailStep(E_INVALIDARG,
+        return FailMapi(E_INVALIDARG,
                         L"Invalid meeting response status. This function can only be used for Accepted "
                         L"meetings.");
     }
@@ -104,7 +92,7 @@ HRESULT COutlookFuncs::mapi_SendMeetingAccept(IMessage* message, IMsgStore* stor
     }
     status = entry->SaveChanges(KEEP_OPEN_READWRITE);
     if (FAILED(status)) {
-        return FailStep(status, L"Failed to save message after setting appointment properties");
+        return FailMapi(status, L"Failed to save message after setting appointment properties");
     }
     _variant_t nothing;
     status = m_objAppointmentItem.TryCall(L"Delete", {}, nothing);
@@ -134,7 +122,6 @@ HRESULT COutlookFuncs::SendResponse(const mapi::Pointer<IMessage>& entry, IMsgSt
     }
     response->SaveChanges(KEEP_OPEN_READWRITE);
     entry->SaveChanges(KEEP_OPEN_READWRITE);
-    NoteFolder(entry.Required());
     response->SaveChanges(KEEP_OPEN_READWRITE);
     status = PointAtSentItems(response.Required(), store);
     if (FAILED(status)) {
@@ -143,12 +130,12 @@ HRESULT COutlookFuncs::SendResponse(const mapi::Pointer<IMessage>& entry, IMsgSt
     mapi::AddressList organizer;
     status = mapi_AddrListFromMessageOrgOnly(entry.Get(), organizer);
     if (FAILED(status)) {
-        return FailStep(status, L"Failed to get address list: %s");
+        return FailMapi(status, L"Failed to get address list: %s");
     }
     if (organizer) {
         status = response->ModifyRecipients(MODRECIP_ADD, organizer.get());
         if (FAILED(status)) {
-            return FailStep(status, L"Failed to modify recipients.");
+            return FailMapi(status, L"Failed to modify recipients.");
         }
     }
     response->SaveChanges(KEEP_OPEN_READWRITE);
@@ -159,15 +146,6 @@ HRESULT COutlookFuncs::SendResponse(const mapi::Pointer<IMessage>& entry, IMsgSt
     status = mapi_RebindAcceptedMeeting(entry.Required());
     m_lMeetingResponse = 0;
     return status;
-}
-
-/// The entry learns the name of the current folder where the folder object no longer answers by the name that
-/// scripts are told. The tag stands as a number of its own: it isn't looked up by a name.
-void COutlookFuncs::NoteFolder(IMessage& entry) {
-    constexpr ULONG folderName = 0x803E001F;
-    if (const std::wstring name = GetCurrentFolderName(); name != m_objCurrentFolder.Name()) {
-        SetText(entry, folderName, name);
-    }
 }
 
 HRESULT COutlookFuncs::mapi_CopyMeetingToCalendar(IMessage& meeting, IMsgStore* store,
@@ -181,17 +159,17 @@ HRESULT COutlookFuncs::mapi_CopyMeetingToCalendar(IMessage& meeting, IMsgStore* 
                                                     reinterpret_cast<LPENTRYID>(entryId.data()), nullptr,
                                                     MAPI_BEST_ACCESS, &objectType, folder.OutAs<IUnknown>());
     if (FAILED(status)) {
-        return FailStep(status, L"Failed to open Calendar folder");
+        return FailMapi(status, L"Failed to open Calendar folder");
     }
     status = folder->CreateMessage(nullptr, 0, entry.Out());
     if (FAILED(status)) {
-        return FailStep(status, L"Unable to create message");
+        return FailMapi(status, L"Unable to create message");
     }
     status = meeting.CopyTo(0, nullptr, nullptr, 0, nullptr, &mapi::kIidMessage, entry.Get(), 0, nullptr);
     if (FAILED(status)) {
-        return FailStep(status, L"Failed to copy properties from old meeting message to new meeting message");
+        return FailMapi(status, L"Failed to copy properties from old meeting message to new meeting message");
     }
-    SetText(entry.Required(), tag::kMessageClass, L"IPM.Appointment");
+    mapi::SetText(entry.Required(), tag::kMessageClass, L"IPM.Appointment");
     mapi::StampCalendarEntry(meeting, entry.Required());
     return S_OK;
 }
@@ -211,28 +189,26 @@ HRESULT COutlookFuncs::mapi_FinishMeetingResponse(IMessage& response) {
     mapi::Block<SPropValue> subject;
     HRESULT status = mapi::GetOneProp(&response, tag::kSubject, subject.Out());
     if (FAILED(status)) {
-        return FailStep(status, L"Failed to get subject property");
+        return FailMapi(status, L"Failed to get subject property");
     }
     const std::wstring text = subject->Value.lpszW ? subject->Value.lpszW : L"";
     status = WriteHeading(response, L"Accepted:", L"Accepted: " + text, L"IPM.Schedule.Meeting.Resp.Pos");
     if (FAILED(status)) {
         return status;
     }
-    ULONG verbTag = 0;
-    mapi_PropTagFromFieldName(L"DoVerb", verbTag, &response);
     SPropValue verb{};
-    verb.ulPropTag = CHANGE_PROP_TYPE(verbTag, PT_LONG);
+    verb.ulPropTag = mapi_TypedTag(L"DoVerb", PT_LONG, response);
     verb.Value.l = kAcceptVerb;
     status = response.SetProps(1, &verb, nullptr);
     if (FAILED(status)) {
-        return FailStep(status, L"Failed to set final properties.");
+        return FailMapi(status, L"Failed to set final properties.");
     }
     status = response.SaveChanges(KEEP_OPEN_READWRITE);
     if (FAILED(status)) {
-        return FailStep(status, L"Failed to save message prior to submitting");
+        return FailMapi(status, L"Failed to save message prior to submitting");
     }
     status = response.SubmitMessage(0);
-    return FAILED(status) ? FailStep(status, L"Failed to submit message") : status;
+    return FAILED(status) ? FailMapi(status, L"Failed to submit message") : status;
 }
 
 /// The current record becomes the entry on the calendar.

@@ -76,15 +76,14 @@ std::wstring COutlookFuncs::WriteMsgFile(IMessage* message, const std::wstring& 
     }
     LogLine(L"created stroage");
     mapi::Block<SPropProblemArray> problems;
-    if (const HRESULT status = message->CopyTo(0, nullptr, nullptr, 0, nullptr, &mapi::kIidMessage,
-                                               target.Get(), 0, problems.Out());
-        FAILED(status)) {
-        return fail(status);
+    const HRESULT copied =
+        message->CopyTo(0, nullptr, nullptr, 0, nullptr, &mapi::kIidMessage, target.Get(), 0, problems.Out());
+    if (FAILED(copied)) {
+        return fail(copied);
     }
     LogLine(L"copied message to storage");
-    if (problems) {
-        return operation.Fail(error::kMapi,
-                              mapi_ProblemArrayToString(problems.get())); // the file stays uncommitted
+    if (problems) { // the file stays uncommitted
+        return operation.Fail(error::kMapi, copied, mapi_ProblemArrayToString(problems.get()));
     }
     target->SaveChanges(KEEP_OPEN_READWRITE);
     LogLine(L"saved storage changes");

@@ -97,8 +97,11 @@ Stored COutlookFuncs::mapi_SetOneProp(ULONG tag, const mapi::PropertyUnion& valu
 HRESULT COutlookFuncs::mapi_GetOneProp(ULONG tag, mapi::PropertyBlock& block, IMAPIProp* message) {
     const LoggedOperation log(L"mapi_GetOneProp");
     block.Clear();
+    if (!message) {
+        return E_INVALIDARG;
+    }
     mapi::Block<SPropValue> property;
-    const HRESULT status = mapi::GetOneProp(&mapi::Present(message), tag, property.Out());
+    const HRESULT status = mapi::GetOneProp(message, tag, property.Out());
     return FAILED(status) ? status : block.Assign(*property);
 }
 

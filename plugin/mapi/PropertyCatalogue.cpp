@@ -280,6 +280,12 @@ HRESULT mapi_TagFromNameId(MAPINAMEID& nameId, ULONG& tag, ULONG flags, IMAPIPro
     return status;
 }
 
+ULONG mapi_TypedTag(std::wstring_view fieldName, ULONG type, IMAPIProp& message) {
+    ULONG tag = 0;
+    mapi_PropTagFromFieldName(fieldName, tag, &message);
+    return CHANGE_PROP_TYPE(tag, type);
+}
+
 bool mapi_PublicStringToPropTag(const std::wstring& name, ULONG& tag, IMAPIProp* message) {
     return SUCCEEDED(FindTag(set::kPublicStrings, 0, name.c_str(), tag, message));
 }

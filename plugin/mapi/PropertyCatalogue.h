@@ -26,4 +26,8 @@ HRESULT mapi_TagFromNameId(MAPINAMEID& nameId, ULONG& tag, ULONG flags, IMAPIPro
 /// The same for the name of a user-defined field.
 bool mapi_PublicStringToPropTag(const std::wstring& name, ULONG& tag, IMAPIProp* message);
 
+/// The tag of a field with the type that it is read or written with. A name that can't be resolved gives a
+/// tag that no property has, which the read or write fails on.
+ULONG mapi_TypedTag(std::wstring_view fieldName, ULONG type, IMAPIProp& message);
+
 } // namespace varden

@@ -5,7 +5,7 @@
 
 namespace varden::mapi::propertyset {
 
-/// All sets but the last differ in their first 32 bits only.
+/// Nearly all sets differ in their first 32 bits only.
 constexpr GUID OutlookSet(unsigned long first) {
     return {first, 0x0000, 0x0000, {0xC0, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x46}};
 }
@@ -19,7 +19,6 @@ inline constexpr GUID kLog = OutlookSet(0x0006200A);           // PSETID_Log
 inline constexpr GUID kNote = OutlookSet(0x0006200E);          // PSETID_Note
 inline constexpr GUID kMeeting = {
     0x6ED8DA90, 0x450B, 0x101B, {0x98, 0xDA, 0x00, 0xAA, 0x00, 0x3F, 0x13, 0x05}}; // PSETID_Meeting
-
 inline constexpr GUID kCalendarAssistant = {
     0x11000E07, 0xB51B, 0x40D6, {0xAF, 0xD1, 0xCA, 0xA8, 0x5E, 0xDA, 0xB1, 0xD0}}; // PSETID_CalendarAssistant
 

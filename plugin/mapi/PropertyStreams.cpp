@@ -28,9 +28,7 @@ constexpr std::array kOpenFailures{
 using Stream = mapi::Pointer<IStream>;
 
 HRESULT OpenStream(IMessage& message, ULONG tag, Stream& stream) {
-    const HRESULT status = message.OpenProperty(tag, &IID_IStream, 0, 0, stream.OutAs<IUnknown>());
-    LogLine(L"attempted to open property");
-    return status;
+    return message.OpenProperty(tag, &IID_IStream, 0, 0, stream.OutAs<IUnknown>());
 }
 
 /// The words for a property that could not be opened, or `otherwise`.
@@ -91,6 +89,7 @@ bool COutlookFuncs::mapi_GetTextField(ULONG tag, std::wstring& text, IMessage* m
     }
     Stream stream;
     const HRESULT status = OpenStream(*message, tag, stream);
+    LogLine(L"attempted to open property");
     if (status == MAPI_E_NOT_FOUND) {
         text.clear();
         return true;

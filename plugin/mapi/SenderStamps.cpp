@@ -22,7 +22,9 @@ constexpr std::array kStamps{
 
 const SenderStamp* StampFor(const SPropValue& resolved) {
     const auto stamp = std::ranges::find(kStamps, PROP_ID(resolved.ulPropTag), &SenderStamp::resolvedId);
-    return stamp == kStamps.end() ? nullptr : &*stamp;
+    // An entry that lacks a property has an error in its place.
+    const bool fits = stamp != kStamps.end() && PROP_TYPE(resolved.ulPropTag) == PROP_TYPE(stamp->sender);
+    return fits ? &*stamp : nullptr;
 }
 
 std::span<const SPropValue> ResolvedProperties(const AddressList& list) {
@@ -31,9 +33,6 @@ std::span<const SPropValue> ResolvedProperties(const AddressList& list) {
 }
 
 HRESULT StoreAs(ULONG tag, const SPropValue& value, IMessage* message) {
-    if (PROP_TYPE(value.ulPropTag) != PROP_TYPE(tag)) {
-        return E_INVALIDARG;
-    }
     SPropValue stored = value;
     stored.ulPropTag = tag;
     return SetOneProp(message, &stored);

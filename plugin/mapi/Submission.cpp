@@ -1,12 +1,13 @@
 // Recipients turned into resolved addresses, and messages sent.
 #include "session/COutlookFuncs.h"
 
-#include "frame/ErrorCodes.h"
 #include "mapi/Diagnostics.h"
 #include "mapi/SenderStamps.h"
+#include "mapi/Steps.h"
 #include "mapi/Tags.h"
 #include "session/Operation.h"
 
+#include <algorithm>
 #include <array>
 
 namespace varden {
@@ -44,7 +45,7 @@ constexpr ResolveFailure kOtherResolveFailure{
     L"Error resolving names in Addrlist - Other MAPI error encountered"};
 
 HRESULT FailList(const ListBuilder& builder, HRESULT status, const wchar_t* text, const wchar_t* logLine) {
-    Fail(error::kMapi, status, text);
+    FailMapi(status, text);
     if (builder.logsFailures) {
         LogLine(logLine);
     }
@@ -78,7 +79,7 @@ HRESULT BuildList(const ListBuilder& builder, IMessage& message, IMAPISession& s
     }
     LogLine(L"obtained recipient table");
     mapi::Pointer<IAddrBook> addressBook;
-    status = session.OpenAddressBook(0, nullptr, AB_NO_DIALOG, addressBook.Out());
+    status = mapi::OpenAddressBook(session, addressBook);
     if (FAILED(status)) {
         return FailList(builder, status, L"Error Resolving Names in Addrlist - no access to address book",
                         L"Error resolving names in Addrlist - No access to address book");
@@ -103,10 +104,14 @@ HRESULT BuildList(const ListBuilder& builder, IMessage& message, IMAPISession& s
         LogLine(L"resolved names");
         return status;
     }
+    const std::wstring words = ExtendedErrorText(addressBook.Required(), status);
     const auto row = std::ranges::find(kResolveFailures, status, &ResolveFailure::status);
     const ResolveFailure& failure = row == kResolveFailures.end() ? kOtherResolveFailure : *row;
     FailList(builder, status, failure.text, failure.logLine);
     LogLine(mapi_HResultName(status));
+    if (!words.empty()) {
+        LogLine(words);
+    }
     return status;
 }
 
@@ -133,7 +138,7 @@ HRESULT COutlookFuncs::mapi_Send(IMessage* message, IMsgStore* store) {
         LogLine(L"modified list");
         if (FAILED(status)) {
             const std::wstring text = ExtendedErrorText(*message, status);
-            Fail(error::kMapi, status, text);
+            FailMapi(status, text);
             LogLine(L"Error modifying recipients:");
             LogLine(text);
             return status;
@@ -141,13 +146,10 @@ HRESULT COutlookFuncs::mapi_Send(IMessage* message, IMsgStore* store) {
         list.reset();
     }
     // Two failures from here on are told by the last error alone: the answer is that of a success.
-    SizedSPropTagArray(1, tags) = {1, {mapi::tag::kIpmSentmailEntryId}};
-    ULONG count = 0;
     mapi::Block<SPropValue> sentItems;
-    status =
-        mapi::Present(store).GetProps(reinterpret_cast<LPSPropTagArray>(&tags), 0, &count, sentItems.Out());
-    if (status != S_OK) {
-        Fail(error::kMapi, status, L"MAPI Send - Unable to access store properties.");
+    status = mapi::GetStoreProperty(mapi::Present(store), mapi::tag::kIpmSentmailEntryId, sentItems);
+    if (FAILED(status)) {
+        FailMapi(status, L"MAPI Send - Unable to access store properties.");
         LogLine(L"Error encountered: Failed to access store properties");
         return S_OK;
     }
@@ -156,14 +158,14 @@ HRESULT COutlookFuncs::mapi_Send(IMessage* message, IMsgStore* store) {
     target.ulPropTag = mapi::tag::kSentmailEntryId;
     status = message->SetProps(1, &target, nullptr);
     if (FAILED(status)) {
-        Fail(error::kMapi, status, L"MAPI Send - Failed to set sent items folder.");
+        FailMapi(status, L"MAPI Send - Failed to set sent items folder.");
         LogLine(L"Error encountered: Failed to get sent items folder");
         return S_OK;
     }
     LogLine(L"Submitting message");
     status = message->SubmitMessage(0);
     if (FAILED(status)) {
-        Fail(error::kMapi, status, L"MAPI Send - Failed to submit message.");
+        FailMapi(status, L"MAPI Send - Failed to submit message.");
         LogLine(L"Error encountered: Failed to submit message");
         return status;
     }
@@ -174,28 +176,24 @@ HRESULT COutlookFuncs::mapi_Send(IMessage* message, IMsgStore* store) {
 HRESULT COutlookFuncs::mapi_SetSentOnBehalf(IMessage* message, IMsgStore* store) {
     const LoggedOperation log(L"mapi_SetSentOnBehalf");
     mapi::Pointer<IAddrBook> addressBook;
-    HRESULT status = m_psession->OpenAddressBook(0, nullptr, AB_NO_DIALOG, addressBook.Out());
+    HRESULT status = mapi::OpenAddressBook(m_psession.Required(), addressBook);
     if (FAILED(status)) {
-        Fail(error::kMapi, status, L"Unable to set Sent On Behalf - unable to open Address Book.");
-        return status;
+        return FailMapi(status, mapi::kNoAddressBookForSender);
     }
     // Since Outlook 14 the store bears its owner's name; before, a property of its own tells it.
     constexpr int firstVersionWithOwnersStores = 14;
     const bool ownersStore = OutlookMajorVersion() >= firstVersionWithOwnersStores;
-    SizedSPropTagArray(1, tags) = {1, {ownersStore ? mapi::tag::kDisplayName : mapi::tag::kMailboxOwnerName}};
-    ULONG count = 0;
     mapi::Block<SPropValue> owner;
-    status = mapi::Present(store).GetProps(reinterpret_cast<LPSPropTagArray>(&tags), MAPI_UNICODE, &count,
-                                           owner.Out());
-    if (status != S_OK) {
-        Fail(error::kMapi, status, L"MAPI Create - Unable to access store properties.");
-        return status;
+    status = mapi::GetStoreProperty(mapi::Present(store),
+                                    ownersStore ? mapi::tag::kDisplayName : mapi::tag::kMailboxOwnerName,
+                                    owner, MAPI_UNICODE);
+    if (FAILED(status)) {
+        return FailMapi(status, L"MAPI Create - Unable to access store properties.");
     }
     const mapi::AddressList list = mapi::MakeNameList(owner->Value.lpszW);
     status = addressBook->ResolveName(0, MAPI_UNICODE, nullptr, list.get());
     if (FAILED(status)) {
-        Fail(error::kMapi, status, L"Unable to set Sent On Behalf - Failed to resolve");
-        return status;
+        return FailMapi(status, mapi::kSenderNotResolved);
     }
     for (const SPropValue& value : mapi::ResolvedProperties(list)) {
         if (const mapi::SenderStamp* stamp = mapi::StampFor(value)) {

@@ -5,6 +5,7 @@
 #include "frame/PlugInLog.h"
 #include "mapi/InterfaceIds.h"
 #include "mapi/PropertyCatalogue.h"
+#include "mapi/Steps.h"
 #include "mapi/Tags.h"
 
 #include <array>
@@ -17,12 +18,6 @@ namespace tag = mapi::tag;
 
 constexpr long kTaskRequestIcon = 1284;
 constexpr long kEmbeddedMethod = 5;
-
-ULONG TypedTag(const wchar_t* fieldName, ULONG type, IMessage& message) {
-    ULONG found = 0;
-    mapi_PropTagFromFieldName(fieldName, found, &message);
-    return CHANGE_PROP_TYPE(found, type);
-}
 
 SPropValue LongValue(ULONG longTag, long number) {
     SPropValue property{};
@@ -53,8 +48,8 @@ HRESULT SetAll(IMAPIProp& object, std::array<SPropValue, Count> properties) {
 /// What tells the assignee's side which task is meant.
 HRESULT CopyTaskIdentity(IMessage& task, IMessage& request) {
     SizedSPropTagArray(3, tags) = {3,
-                                   {TypedTag(L"pidLidTaskGlobalID", PT_BINARY, task),
-                                    TypedTag(L"pidLidTaskMode", PT_LONG, task), tag::kDisplayTo}};
+                                   {mapi_TypedTag(L"pidLidTaskGlobalID", PT_BINARY, task),
+                                    mapi_TypedTag(L"pidLidTaskMode", PT_LONG, task), tag::kDisplayTo}};
     ULONG count = 0;
     mapi::Block<SPropValue> values;
     HRESULT status =
@@ -67,17 +62,17 @@ HRESULT CopyTaskIdentity(IMessage& task, IMessage& request) {
 
 HRESULT StampRequest(IMessage& request) {
     SPropValue noDue{};
-    noDue.ulPropTag = TypedTag(L"Flag Due By", PT_SYSTIME, request);
-    constexpr ULONG agentUnused = 0x7D01000B;
-    const HRESULT status = SetAll(
-        request, std::array{TextValue(tag::kMessageClass, L"IPM.TaskRequest"), TruthValue(agentUnused, false),
-                            LongValue(tag::kFlagIcon, kTaskRequestIcon),
-                            TruthValue(TypedTag(L"Use TNEF", PT_BOOLEAN, request), true),
-                            TruthValue(TypedTag(L"No Aging", PT_BOOLEAN, request), false),
-                            LongValue(TypedTag(L"Remind Beforehand", PT_LONG, request), 0), noDue,
-                            TruthValue(TypedTag(L"Reminder", PT_BOOLEAN, request), false),
-                            TruthValue(TypedTag(L"Hide Attachments", PT_BOOLEAN, request), true),
-                            TruthValue(TypedTag(L"Private", PT_BOOLEAN, request), false)});
+    noDue.ulPropTag = mapi_TypedTag(L"Flag Due By", PT_SYSTIME, request);
+    constexpr ULONG processed = 0x7D01000B; // [MS-OXPROPS] PidTagProcessed
+    const HRESULT status =
+        SetAll(request, std::array{TextValue(tag::kMessageClass, L"IPM.TaskRequest"),
+                                   TruthValue(processed, false), LongValue(tag::kFlagIcon, kTaskRequestIcon),
+                                   TruthValue(mapi_TypedTag(L"Use TNEF", PT_BOOLEAN, request), true),
+                                   TruthValue(mapi_TypedTag(L"No Aging", PT_BOOLEAN, request), false),
+                                   LongValue(mapi_TypedTag(L"Remind Beforehand", PT_LONG, request), 0), noDue,
+                                   TruthValue(mapi_TypedTag(L"Reminder", PT_BOOLEAN, request), false),
+                                   TruthValue(mapi_TypedTag(L"Hide Attachments", PT_BOOLEAN, request), true),
+                                   TruthValue(mapi_TypedTag(L"Private", PT_BOOLEAN, request), false)});
     return FAILED(status) ? status : request.SaveChanges(KEEP_OPEN_READWRITE);
 }
 
@@ -136,14 +131,12 @@ HRESULT COutlookFuncs::mapi_CreateTaskRequest(IMessage* task, IMsgStore* store,
     if (FAILED(status)) {
         return status;
     }
-    SizedSPropTagArray(1, tags) = {1, {tag::kSentmailEntryId}};
-    ULONG count = 0;
     mapi::Block<SPropValue> sentItems;
-    status = store->GetProps(reinterpret_cast<LPSPropTagArray>(&tags), 0, &count, sentItems.Out());
+    status = mapi::GetStoreProperty(*store, tag::kSentmailEntryId, sentItems);
     if (SUCCEEDED(status)) {
         status = request->SetProps(1, sentItems.get(), nullptr);
     }
-    if (FAILED(status)) {
+    if (FAILED(status) && status != MAPI_E_NOT_FOUND) { // a store tells it of a message, rarely of itself
         return status;
     }
     mapi::Block<SPropValue> subject;
