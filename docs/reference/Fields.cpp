@@ -1,15 +1,12 @@
 // The page of fields: a table for each kind of record, from the vocabularies.
 #include "Pages.h"
 
-#include "fields/AppointmentFields.h"
-#include "fields/ContactFields.h"
-#include "fields/FieldTable.h"
-#include "fields/MailFields.h"
-#include "fields/MinorFields.h"
-#include "fields/TaskFields.h"
 #include "fields/ToDoFields.h"
+#include "fields/Vocabularies.h"
+#include "mapi/Tags.h"
 #include "recurrence/PatternFields.h"
 
+#include <algorithm>
 #include <array>
 
 namespace varden::reference {
@@ -19,14 +16,15 @@ namespace {
 struct Section {
     std::wstring_view title;
     const Vocabulary& (*vocabulary)();
+    bool hasRecipients = true; ///< the recipients are read as on every record
 };
 
 constexpr std::array kSections{
     Section{L"Mail", MailVocabulary},
-    Section{L"Contact", ContactVocabulary},
+    Section{L"Contact", ContactVocabulary, false},
     Section{L"Appointment", AppointmentVocabulary},
-    Section{L"Task", TaskVocabulary},
-    Section{L"Note", NoteVocabulary},
+    Section{L"Task", TaskVocabulary, false},
+    Section{L"Note", NoteVocabulary, false},
     Section{L"Journal entry", JournalVocabulary},
     Section{L"Post", PostVocabulary},
     Section{L"Distribution list", DistListVocabulary},
@@ -50,6 +48,12 @@ std::wstring Words(std::span<const EnumWord> words) {
     return text;
 }
 
+/// The words of a list, and the one for all other values.
+std::wstring Words(const EnumWords& words) {
+    const std::wstring text = Words(words.words);
+    return *words.otherwise ? text + L", otherwise `" + words.otherwise + L"`" : text;
+}
+
 std::wstring Reading(const FieldGet& get) {
     switch (get.conversion) {
     case GetBy::UnknownName:
@@ -64,9 +68,9 @@ std::wstring Reading(const FieldGet& get) {
     case GetBy::Integer:
         return L"number";
     case GetBy::Words:
-        return Words(get.words->words);
+        return Words(*get.words);
     case GetBy::MapiBinary:
-        return L"hexadecimal";
+        return get.tag == mapi::tag::kHtml ? L"text" : L"hexadecimal";
     case GetBy::Text:
     case GetBy::MapiText:
     case GetBy::MapiOne:
@@ -83,8 +87,8 @@ std::wstring Choices(const EnumChoice& choice) {
         letters +=
             (letters.empty() ? L"a word that begins with `" : L", `") + std::wstring(1, each.letter) + L"`";
     }
-    const std::wstring words = Words(choice.words);
-    return letters + (letters.empty() || words.empty() ? L"" : L"; ") + words;
+    const std::wstring words = Words(choice.words) + (choice.ignoresCase ? L", in any case" : L"");
+    return letters + (letters.empty() || choice.words.empty() ? L"" : L"; ") + words;
 }
 
 std::wstring Writing(const FieldSet& set) {
@@ -107,16 +111,42 @@ std::wstring Writing(const FieldSet& set) {
     return L"";
 }
 
-std::wstring Table(std::span<const FieldRow> fields) {
+/// How the field reads by the row of its kind, or as on every record.
+std::wstring Reading(const FieldRow& row, bool hasRecipients) {
+    const auto common = std::ranges::find(CommonFields(), row.name, &FieldRow::name);
+    if (common == CommonFields().end() || row.get.conversion != GetBy::UnknownName) {
+        return Reading(row.get);
+    }
+    constexpr std::array<std::wstring_view, 3> recipients{L"To", L"Cc", L"Bcc"};
+    const bool isOfRecipients = std::ranges::count(recipients, row.name) != 0;
+    return isOfRecipients && !hasRecipients ? std::wstring() : Reading(common->get);
+}
+
+/// The names that one side takes in any case, told in that side's column.
+std::wstring WithCase(std::wstring text, bool isInAnyCase) {
+    return isInAnyCase ? text + L"; the name in any case" : text;
+}
+
+std::wstring Table(std::span<const FieldRow> fields, bool hasRecipients = true) {
     std::wstring table = L"| Field | Reads as | Is written as |\n|---|---|---|\n";
     for (const FieldRow& row : fields) {
-        const std::wstring reading = Reading(row.get), writing = Writing(row.set);
+        const std::wstring reading = Reading(row, hasRecipients), writing = Writing(row.set);
         if (!reading.empty() || !writing.empty()) {
             table.append(L"| `").append(row.name).append(L"` | ");
-            table.append(reading).append(L" | ").append(writing).append(L" |\n");
+            table.append(WithCase(reading, row.isReadInAnyCase)).append(L" | ");
+            table.append(WithCase(writing, row.isWrittenInAnyCase)).append(L" |\n");
         }
     }
     return table + L"\n";
+}
+
+std::wstring SectionText(const Section& section) {
+    const Vocabulary& vocabulary = section.vocabulary();
+    std::wstring text = L"## " + std::wstring(section.title) + L"\n\n";
+    if (vocabulary.ignoresBlanks) {
+        text += L"Blanks in a name don't count: `All Day Event` is `AllDayEvent`.\n\n";
+    }
+    return text + Table(vocabulary.fields, section.hasRecipients);
 }
 
 std::wstring_view PatternText(PatternForm form) {
@@ -143,17 +173,19 @@ std::wstring_view PatternText(PatternForm form) {
 std::wstring FieldsPage() {
     std::wstring page =
         L"# Fields\n\n"
-        L"Names are compared exactly, with case. An empty column: the field can't be read, or can't "
-        L"be written. Dates\nare texts as the user's locale writes them.\n\n"
+        L"Names are compared exactly, with case, but where a table says otherwise. An empty column: the "
+        L"field can't be read,\nor can't be written. Dates are texts as the user's locale writes them.\n\n"
         L"## Every record\n\n"
-        L"Read before the fields of the record's own kind.\n\n" +
+        L"Read before the fields of the record's own kind. `To`, `Cc` and `Bcc` aren't read on contacts, "
+        L"tasks and notes.\n`Contacts` is written on contacts, appointments and their occurrences, tasks, "
+        L"journal entries, posts and sharing\nmessages.\n\n" +
         Table(CommonFields()) +
         L"## Marked as task\n\n"
         L"Mails, contacts and what else Outlook lets a user flag for follow-up, from version 12 "
         L"on.\n\n" +
         Table(ToDoFields());
     for (const Section& section : kSections) {
-        page += L"## " + std::wstring(section.title) + L"\n\n" + Table(section.vocabulary().fields);
+        page += SectionText(section);
     }
     page += L"## Recurrence pattern\n\nWhile a pattern is open.\n\n| Field | Reads and is written as "
             L"|\n|---|---|\n";

@@ -1,6 +1,6 @@
 // The field vocabulary of an appointment. Its names have no blanks: blanks are taken out of what a script
 // gives.
-#include "AppointmentFields.h"
+#include "Vocabularies.h"
 
 #include "RecurrenceBlob.h"
 
@@ -10,6 +10,7 @@
 #include "session/COutlookFuncs.h"
 #include "session/Operation.h"
 
+#include <algorithm>
 #include <array>
 
 namespace varden {
@@ -65,11 +66,6 @@ constexpr EnumWords kLabelWords{kLabel, L"Unknown"};
 constexpr EnumChoice kLabelChoice{{}, kLabel, true};
 constexpr long kLastLabel = 10;
 
-bool Refuse(std::int32_t code, const wchar_t* detail = L"") {
-    Fail(code, detail);
-    return false;
-}
-
 /// An unknown word is passed over in silence.
 bool SetBusyStatus(const FieldContext& context, const FieldRow&, const std::wstring& data) {
     if (const auto status = Choose(data, kBusyStatusChoice)) {
@@ -90,12 +86,12 @@ bool SetLoggedDate(const FieldContext& context, const FieldRow& row, const std::
 
 /// The colour label, a number that the object model doesn't show.
 std::wstring GetLabel(const FieldContext& context, const FieldRow&) {
-    ULONG tag = 0;
-    if (!mapi_PropTagFromFieldName(L"Label", tag, context.message)) {
+    const auto tag = CatalogueTag(L"Label", context);
+    if (!tag) {
         return {};
     }
     mapi::PropertyBlock block;
-    const bool read = SUCCEEDED(context.engine.mapi_GetOneProp(tag, block, context.message));
+    const bool read = SUCCEEDED(context.engine.mapi_GetOneProp(*tag, block, context.message));
     const auto label = block.AsLong();
     if (!read || !label) {
         return Fail(error::kMapi, L"Unable to get MAPI field for label");
@@ -130,18 +126,16 @@ bool SetLabel(const FieldContext& context, const FieldRow&, const std::wstring& 
 }
 
 std::wstring GetLastModifierName(const FieldContext& context, const FieldRow&) {
-    constexpr ULONG lastModifierName = 0x3FFA001E;
     mapi::PropertyBlock block;
-    context.engine.mapi_GetOneProp(lastModifierName, block, context.engine.CurrentMessage());
+    context.engine.mapi_GetOneProp(mapi::tag::kLastModifierNameA, block, context.engine.CurrentMessage());
     return block.AsText();
 }
 
 /// Looked up on the item's message, read from the record's.
 std::wstring GetOrganizer(const FieldContext& context, const FieldRow& row) {
-    ULONG tag = 0;
     mapi::PropertyBlock block;
-    if (mapi_PropTagFromFieldName(row.name, tag, context.message)) {
-        context.engine.mapi_GetOneProp(tag, block, context.engine.CurrentMessage());
+    if (const auto tag = CatalogueTag(row.name, context)) {
+        context.engine.mapi_GetOneProp(*tag, block, context.engine.CurrentMessage());
     }
     return block.AsText();
 }
@@ -150,27 +144,34 @@ std::wstring GetOrganizer(const FieldContext& context, const FieldRow& row) {
 struct Trace {
     const wchar_t* field;
     const wchar_t* property; ///< the catalogue's name
-    ULONG tag;               ///< in place of the catalogue's
+    ULONG tag;               ///< in place of the catalogue's, which is asked for all the same
 };
 
 constexpr std::array kTraces{
     Trace{L"Location", L"PreviousLocation", 0},
     Trace{L"OptionalAttendees", L"PreviousOptionalAtts", 0},
     // The list of required attendees leaves its trace in the message's display list.
-    Trace{L"RequiredAttendees", L"PreviousRequiredAtts", 0x0E04001F},
+    Trace{L"RequiredAttendees", L"PreviousRequiredAtts", mapi::tag::kDisplayTo},
 };
+
+/// The tag to write the trace under; none for one that can't be resolved.
+std::optional<ULONG> TagOf(const Trace& trace, const FieldContext& context) {
+    const auto found = CatalogueTag(trace.property, context);
+    if (trace.tag != 0) {
+        return trace.tag;
+    }
+    return found ? std::optional(CHANGE_PROP_TYPE(*found, PT_UNICODE)) : std::nullopt;
+}
 
 /// Keeps the value that the field has now, or, when it has none, the new one. What comes of it isn't looked
 /// at.
 void KeepPrevious(const FieldContext& context, const FieldRow& row, const std::wstring& present,
                   const std::wstring& data) {
     const Trace& trace = *std::ranges::find(kTraces, row.name, &Trace::field);
-    ULONG tag = 0;
-    if (!mapi_PropTagFromFieldName(trace.property, tag, context.message)) {
-        return;
+    const auto tag = TagOf(trace, context);
+    if (tag && context.message) {
+        context.engine.mapi_SetOneProp(*tag, present.empty() ? data : present, context.message);
     }
-    tag = trace.tag != 0 ? trace.tag : CHANGE_PROP_TYPE(tag, PT_UNICODE);
-    context.engine.mapi_SetOneProp(tag, present.empty() ? data : present, context.message);
 }
 
 bool SetLocation(const FieldContext& context, const FieldRow& row, const std::wstring& data) {
@@ -237,7 +238,7 @@ constexpr std::array kAppointmentFields{
     FieldRow{L"BusyStatus", get::words(L"BusyStatus", kBusyStatusWords), set::special(SetBusyStatus)},
     FieldRow{L"Categories", get::text(L"Categories"), set::text(L"Categories")},
     FieldRow{L"Companies", get::unknownName, set::text(L"Companies")},
-    FieldRow{L"Contacts", get::named(), set::readOnly},
+    FieldRow{L"Contacts", get::named(), set::special(SetLinkedContacts)},
     FieldRow{L"Created", get::date(L"CreationTime"), set::readOnly},
     FieldRow{L"Duration", get::integer(L"Duration"), set::number(L"Duration")},
     FieldRow{L"End", get::date(L"End"), set::special(SetLoggedDate, L"End")},

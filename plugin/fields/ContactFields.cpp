@@ -1,5 +1,7 @@
 // The field vocabulary of a contact.
-#include "ContactFields.h"
+#include "Vocabularies.h"
+
+#include "mapi/Tags.h"
 
 #include <array>
 
@@ -116,7 +118,7 @@ constexpr std::array kContactFields{
     Plain(L"Web Page", L"WebPage"),
     FieldRow{L"Anniversary", get::dateBlank(L"Anniversary"), set::date(L"Anniversary")},
     FieldRow{L"Birthday", get::dateBlank(L"Birthday"), set::date(L"Birthday")},
-    FieldRow{L"Body", get::mapiText(0x1000001F), set::text(L"Body")},
+    FieldRow{L"Body", get::mapiText(mapi::tag::kBody), set::text(L"Body")},
     Named(L"E-mail", L"Email1Address"),
     Named(L"E-mail 2", L"Email2Address"),
     Named(L"E-mail 3", L"Email3Address"),
@@ -130,7 +132,7 @@ constexpr std::array kContactFields{
     Named(L"E-mail 2 Display As", L"Email2DisplayName"),
     Named(L"E-mail 3 Display As", L"Email3DisplayName"),
     // A number read as if it were a text: a flag reads as one control character.
-    FieldRow{L"Flag Status", get::mapiOne(0x10900003), set::unknownName},
+    FieldRow{L"Flag Status", get::mapiOne(mapi::tag::kFlagStatus), set::unknownName},
     FieldRow{L"Gender", get::words(L"Gender", kGenderWords), set::choice(L"Gender", kGenderLetters)},
     FieldRow{L"ID", get::text(L"EntryID"), set::readOnly},
     Named(L"IM Address", L"IMAddress"),

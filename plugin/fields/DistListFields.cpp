@@ -1,5 +1,5 @@
 // The field vocabulary of a distribution list.
-#include "MinorFields.h"
+#include "Vocabularies.h"
 
 #include "frame/ErrorCodes.h"
 #include "mapi/PropertyCatalogue.h"
@@ -17,8 +17,7 @@ namespace {
 bool SetImportance(const FieldContext& context, const FieldRow&, const std::wstring& data) {
     const auto importance = Choose(data, kImportanceLetters);
     if (!importance) {
-        Fail(error::kFieldName);
-        return false;
+        return Refuse(error::kFieldName);
     }
     context.item.PutProperty(L"Importance", outlook::LongValue(*importance));
     return true;
@@ -57,12 +56,14 @@ std::wstring GetOneOffMembers(const FieldContext& context, const FieldRow&) {
     if (context.item.GetLong(L"MemberCount") == 0) {
         return {};
     }
+    IMessage& message = mapi::Present(context.message);
     ULONG tag = 0;
-    mapi_PropTagFromFieldName(L"OneOffMembers", tag, context.message);
     mapi::Block<SPropValue> members;
-    if (const HRESULT status = mapi::GetOneProp(&mapi::Present(context.message),
-                                                CHANGE_PROP_TYPE(tag, PT_MV_BINARY), members.Out());
-        FAILED(status)) {
+    HRESULT status = mapi_FindPropTag(L"OneOffMembers", tag, &message);
+    if (SUCCEEDED(status)) {
+        status = mapi::GetOneProp(&message, CHANGE_PROP_TYPE(tag, PT_MV_BINARY), members.Out());
+    }
+    if (FAILED(status)) {
         return Fail(error::kMapi, status, L"");
     }
     std::wstring rows;

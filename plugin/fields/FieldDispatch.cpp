@@ -2,13 +2,8 @@
 // fields that all kinds have in common, and the routing by kind.
 #include "session/COutlookFuncs.h"
 
-#include "AppointmentFields.h"
-#include "ContactFields.h"
-#include "FieldTable.h"
-#include "MailFields.h"
-#include "MinorFields.h"
-#include "TaskFields.h"
 #include "ToDoFields.h"
+#include "Vocabularies.h"
 
 #include "frame/ErrorCodes.h"
 #include "frame/PlugInLog.h"
@@ -108,20 +103,19 @@ std::wstring GetContactInformation(const FieldContext& context, const FieldRow& 
     return ReadRow({row.name, get::named()}, context);
 }
 
-constexpr std::array kRecipientFields{
-    FieldRow{L"To", get::special(GetAddresses)},
-    FieldRow{L"Cc", get::special(GetAddresses)},
-    FieldRow{L"Bcc", get::special(GetAddresses)},
-};
-
 /// Kinds without recipients; their own fields don't know the recipients' names either.
 constexpr std::array kKindsWithoutRecipients{ItemKind::Task, ItemKind::Note, ItemKind::Contact};
 
+constexpr FieldGet kRecipients = get::special(GetAddresses);
+
 constexpr std::array kCommonFields{
+    FieldRow{L"To", kRecipients},
+    FieldRow{L"Cc", kRecipients},
+    FieldRow{L"Bcc", kRecipients},
     FieldRow{L"From", get::special(GetSenderAddress)},
     FieldRow{L"From1", get::special(GetSenderAddress)},
     FieldRow{L"From2", get::special(GetSenderAddress)},
-    FieldRow{L"Contacts", get::special(GetContactInformation)},
+    FieldRow{L"Contacts", get::special(GetContactInformation), set::special(SetLinkedContacts)},
     FieldRow{L"Creator Name", get::special(GetContactInformation)},
     FieldRow{L"Sent On", get::mapiTime(0x00390040)},
     FieldRow{L"Received Time", get::mapiTime(0x0E060040)},
@@ -201,11 +195,7 @@ std::wstring COutlookFuncs::SetFieldData(const ScriptText& fieldName, const Scri
     for (const Route& route : kWriteRoutes) {
         if (const outlook::Reference& item = Item(route.kind); item) {
             LogLine(route.logLine);
-            if (!route.vocabulary) {
-                return operation.Fail(error::kUnavailable);
-            }
-            return Written(WriteField(route.vocabulary(), name, data, {*this, item, m_pMessage.Get()}),
-                           operation);
+            return Written(WriteItemField(route.vocabulary(), item, name, data), operation);
         }
     }
     return operation.Fail(error::kNoRecord);
@@ -260,7 +250,7 @@ std::wstring COutlookFuncs::GetFieldData(const ScriptText& fieldName) {
     if (name.empty()) {
         return operation.Fail(error::kFieldName);
     }
-    std::wstring text = ReadRecordField(name);
+    std::wstring text = ReadRecordField(name, operation);
     if (text == L"(null)") {
         text.clear();
     }
@@ -269,16 +259,12 @@ std::wstring COutlookFuncs::GetFieldData(const ScriptText& fieldName) {
 }
 
 /// A field of the record: one that all kinds have in common, or else one of its kind.
-std::wstring COutlookFuncs::ReadRecordField(const std::wstring& name) {
-    const auto read = [&](const FieldRow& row) {
-        return ReadRow(row, {*this, m_objApplication, m_pMessage.Get()});
-    };
-    if (const FieldRow* row = FindField(kRecipientFields, name);
-        row && !HasRecordOf(kKindsWithoutRecipients)) {
-        return read(*row);
-    }
-    if (const FieldRow* row = FindField(kCommonFields, name)) {
-        return read(*row);
+std::wstring COutlookFuncs::ReadRecordField(const std::wstring& name, Operation& operation) {
+    const FieldRow* const row = FindField(kCommonFields, name);
+    const bool isRecipients = row && row->get.special == GetAddresses;
+    if (row && !(isRecipients && HasRecordOf(kKindsWithoutRecipients))) {
+        const outlook::Reference noItem(outlook::kMailItem);
+        return ReadRow(*row, {*this, noItem, m_pMessage.Get()});
     }
     for (const Route& route : kReadRoutes) {
         if (const outlook::Reference& item = Item(route.kind); item) {
@@ -286,7 +272,7 @@ std::wstring COutlookFuncs::ReadRecordField(const std::wstring& name) {
             return ReadItemField(route.vocabulary(), item, name);
         }
     }
-    return Fail(error::kNoRecord);
+    return operation.Fail(error::kNoRecord);
 }
 
 std::wstring COutlookFuncs::ReadItemField(const Vocabulary& vocabulary, const outlook::Reference& item,

@@ -44,18 +44,16 @@ std::wstring ReadDate(const FieldRow& row, const FieldContext& context, const wc
     return date == kNoDate ? noDate : DateText(date);
 }
 
-/// The tag of a row that is read through the catalogue; none for a name that can't be resolved.
-std::optional<ULONG> CatalogueTag(const FieldRow& row, const FieldContext& context) {
-    ULONG tag = row.get.tag;
-    if (tag != 0) {
-        return tag;
+/// The row's own tag, or else the catalogue's.
+std::optional<ULONG> TagOf(const FieldRow& row, const FieldContext& context) {
+    if (row.get.tag != 0) {
+        return row.get.tag;
     }
-    const std::wstring_view name = row.get.member ? row.get.member : row.name;
-    return mapi_PropTagFromFieldName(name, tag, context.message) ? std::optional(tag) : std::nullopt;
+    return CatalogueTag(row.get.member ? std::wstring_view(row.get.member) : row.name, context);
 }
 
 std::wstring ReadOne(const FieldRow& row, const FieldContext& context) {
-    const auto tag = CatalogueTag(row, context);
+    const auto tag = TagOf(row, context);
     mapi::PropertyBlock block;
     if (!tag || FAILED(context.engine.mapi_GetOneProp(*tag, block, context.message))) {
         return {};
@@ -65,7 +63,7 @@ std::wstring ReadOne(const FieldRow& row, const FieldContext& context) {
 
 std::wstring ReadTime(const FieldRow& row, const FieldContext& context) {
     LogLine(L"getting datetime prop");
-    const auto tag = CatalogueTag(row, context);
+    const auto tag = TagOf(row, context);
     mapi::PropertyBlock block;
     if (!tag || FAILED(context.engine.mapi_GetOneProp(*tag, block, context.message))) {
         LogLine(L"failed to get date time prop");
@@ -77,11 +75,6 @@ std::wstring ReadTime(const FieldRow& row, const FieldContext& context) {
 
 std::wstring ReadStream(bool read, const std::wstring& text) {
     return read ? text : Fail(error::kMapi, text);
-}
-
-bool Refuse(std::int32_t code) {
-    Fail(code);
-    return false;
 }
 
 bool WriteRow(const FieldRow& row, const std::wstring& data, const FieldContext& context) {
@@ -120,6 +113,21 @@ bool WriteRow(const FieldRow& row, const std::wstring& data, const FieldContext&
 }
 
 } // namespace
+
+std::optional<ULONG> CatalogueTag(std::wstring_view name, const FieldContext& context) {
+    ULONG tag = 0;
+    return context.message && mapi_PropTagFromFieldName(name, tag, context.message) ? std::optional(tag)
+                                                                                    : std::nullopt;
+}
+
+bool SetLinkedContacts(const FieldContext& context, const FieldRow&, const std::wstring& data) {
+    return context.engine.SetContacts(data);
+}
+
+bool Refuse(std::int32_t code, std::wstring_view detail) {
+    Fail(code, detail);
+    return false;
+}
 
 std::wstring ReadRow(const FieldRow& row, const FieldContext& context) {
     const outlook::Reference& item = context.item;

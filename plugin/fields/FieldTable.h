@@ -8,6 +8,7 @@
 #include <mapidefs.h>
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -20,8 +21,8 @@ struct FieldRow;
 /// What a field call works on.
 struct FieldContext {
     COutlookFuncs& engine;
-    const outlook::Reference& item; ///< the record, or its open occurrence
-    IMessage* message;              ///< the MAPI view of the same
+    const outlook::Reference& item; ///< the record, or its open occurrence; none for a field of every kind
+    IMessage* message;              ///< the MAPI view of the same; null where it has none
 };
 
 /// Reads a field that no common conversion fits. Gives its text, or "!!ERROR!!" with the last error set.
@@ -112,7 +113,8 @@ constexpr FieldGet words(const wchar_t* member, const EnumWords& words) {
 constexpr FieldGet mapiText(ULONG tag) {
     return {.conversion = GetBy::MapiText, .tag = tag};
 }
-/// A blob through MAPI, hexadecimal; a failure is an error.
+/// A blob through MAPI: RTF and HTML as the texts that they are, any other hexadecimal. A failure is an
+/// error.
 constexpr FieldGet mapiBinary(ULONG tag) {
     return {.conversion = GetBy::MapiBinary, .tag = tag};
 }
@@ -159,7 +161,7 @@ constexpr FieldSet number(const wchar_t* member) {
 constexpr FieldSet choice(const wchar_t* member, const EnumChoice& choice) {
     return {.conversion = SetBy::Choice, .member = member, .choice = &choice};
 }
-/// A name that is known and can't be written here.
+/// A name that is known and can't be written here, with the error code that says so.
 constexpr FieldSet refused(std::int32_t code) {
     return {.conversion = SetBy::Refused, .refusal = code};
 }
@@ -168,7 +170,7 @@ constexpr FieldSet special(FieldSetter setter, const wchar_t* member = nullptr) 
     return {.conversion = SetBy::Special, .member = member, .special = setter};
 }
 inline constexpr FieldSet unknownName{};
-/// Refused for every kind of item before its vocabulary is looked at.
+/// One of the names that are refused for every kind of item before its vocabulary is looked at.
 inline constexpr FieldSet readOnly{};
 
 } // namespace set
@@ -185,7 +187,9 @@ struct Vocabulary {
     bool tellsFields = false;      ///< the setter logs the name of the field that it sets
 };
 
-/// The fields that are read through MAPI whatever the kind of record.
+/// The fields that are read through MAPI whatever the kind of record: only the recipients', "To", "Cc" and
+/// "Bcc", aren't read on a task, a note or a contact. The one that is written is "Contacts", on the kinds
+/// that have linked contacts.
 std::span<const FieldRow> CommonFields();
 
 /// The text of the field, or "!!ERROR!!" with the last error set: -1022 for a name that the kind can't read.
@@ -193,6 +197,16 @@ std::wstring ReadField(const Vocabulary& vocabulary, const std::wstring& name, c
 
 /// The text of a row, which may belong to no kind.
 std::wstring ReadRow(const FieldRow& row, const FieldContext& context);
+
+/// The catalogue's tag for a name on the context's message; none for one that can't be resolved, or where
+/// there is no message.
+std::optional<ULONG> CatalogueTag(std::wstring_view name, const FieldContext& context);
+
+/// Writes the names of linked contacts.
+bool SetLinkedContacts(const FieldContext& context, const FieldRow& row, const std::wstring& data);
+
+/// Records the failure; false, as a setter answers.
+bool Refuse(std::int32_t code, std::wstring_view detail = L"");
 
 /// Writes the field. False with the last error set: -1022 for a name that the kind can't write, -1089 for a
 /// value that is refused.

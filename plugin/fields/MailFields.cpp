@@ -1,5 +1,5 @@
 // The field vocabulary of a mail. The sender's fields stand in SenderFields.cpp.
-#include "MailFields.h"
+#include "Vocabularies.h"
 
 #include "SenderFields.h"
 #include "SharedFields.h"
@@ -16,17 +16,9 @@ namespace varden {
 
 namespace {
 
-constexpr long kFormatHtml = 2;
-constexpr long kFormatRichText = 3;
-
 constexpr std::array kBodyFormatByLetter{EnumLetter{L'H', 2}, EnumLetter{L'P', 1}, EnumLetter{L'R', 3},
                                          EnumLetter{L'U', 0}};
 constexpr EnumChoice kBodyFormatLetters{kBodyFormatByLetter, {}};
-
-bool Refuse(std::int32_t code) {
-    Fail(code);
-    return false;
-}
 
 bool IsOutlook10(const FieldContext& context) {
     return context.engine.ApplicationObject().Version().starts_with(L"10");
@@ -40,7 +32,7 @@ bool SetRecipients(const FieldContext& context, const FieldRow& row, const std::
 bool SetBody(const FieldContext& context, const FieldRow&, const std::wstring& data) {
     context.item.PutProperty(L"Body", outlook::TextValue(data));
     if (IsOutlook10(context)) {
-        context.item.PutProperty(L"BodyFormat", outlook::LongValue(kFormatRichText));
+        context.item.PutProperty(L"BodyFormat", outlook::LongValue(outlook::olFormatRichText));
     }
     return true;
 }
@@ -63,7 +55,7 @@ bool SetHtmlBody(const FieldContext& context, const FieldRow&, const std::wstrin
     context.item.PutProperty(L"HTMLBody", outlook::TextValue(data));
     // Anywhere in the version: a build number that holds "10" is enough.
     if (context.engine.ApplicationObject().Version().find(L"10") != std::wstring::npos) {
-        context.item.PutProperty(L"BodyFormat", outlook::LongValue(kFormatHtml));
+        context.item.PutProperty(L"BodyFormat", outlook::LongValue(outlook::olFormatHTML));
     }
     return true;
 }

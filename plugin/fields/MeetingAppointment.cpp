@@ -13,9 +13,12 @@ std::wstring COutlookFuncs::TakeAssociatedAppointment() {
         LogLine(kFailedExit);
         return Fail(error::kMapi, L"Unable to get associated appt for item");
     }
+    _variant_t object;
     mapi::Pointer<IMessage> message;
-    const HRESULT status =
-        message.Query(outlook::UnknownOf(m_objAppointmentItem.GetProperty(L"MAPIOBJECT")), mapi::kIidMessage);
+    HRESULT status = m_objAppointmentItem.TryGet(L"MAPIOBJECT", object);
+    if (SUCCEEDED(status)) {
+        status = message.Query(outlook::UnknownOf(object), mapi::kIidMessage);
+    }
     if (FAILED(status)) {
         m_objAppointmentItem.Release();
         return Fail(error::kMapi, status, L"");

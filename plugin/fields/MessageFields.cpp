@@ -1,5 +1,5 @@
 // The field vocabularies of the messages that Outlook makes for itself: meetings, reports, task requests.
-#include "MinorFields.h"
+#include "Vocabularies.h"
 
 #include "SharedFields.h"
 
@@ -55,7 +55,7 @@ constexpr std::array kMeetingFields{
     FieldRow{L"Importance", get::words(L"Importance", kImportanceWords),
              set::choice(L"Importance", kImportanceLetters)},
     FieldRow{L"Is Conflict", get::boolean(L"IsConflict"), set::readOnly},
-    FieldRow{L"Last Modifier Name", get::mapiOne(0x3FFA001E), set::unknownName},
+    FieldRow{L"Last Modifier Name", get::mapiOne(mapi::tag::kLastModifierNameA), set::unknownName},
     FieldRow{L"Message Class", get::text(L"MessageClass"), set::text(L"MessageClass")},
     FieldRow{L"Mileage", get::text(L"Mileage"), set::text(L"Mileage")},
     FieldRow{L"Sensitivity", get::words(L"Sensitivity", kSensitivityWords),
@@ -105,33 +105,16 @@ constexpr auto kTaskRequestFields = ReportLikeFields(kTaskRequestBody, set::unkn
 
 /// The three differ in how one name is spelled.
 constexpr auto AnswerFields(std::wstring_view markForDownload) {
-    return std::array{
-        FieldRow{L"Auto Resolved Winner", truthOrEmpty(L"AutoResolvedWinner")},
-        FieldRow{L"Billing Information", get::text(L"BillingInformation")},
-        FieldRow{L"Body", get::mapiText(mapi::tag::kBody)},
-        FieldRow{L"Categories", get::text(L"Categories")},
-        FieldRow{L"Class", get::integer(L"Class")},
-        FieldRow{L"Companies", get::text(L"Companies")},
-        FieldRow{L"Conversation Index", get::text(L"ConversationIndex")},
-        FieldRow{L"Conversation Topic", get::text(L"ConversationTopic")},
-        FieldRow{L"Download State", get::words(L"DownloadState", kDownloadStateWords)},
-        FieldRow{L"Entry ID", get::text(L"EntryID")},
-        FieldRow{L"Form Name", get::text(L"MessageClass")},
-        FieldRow{L"ID", get::text(L"EntryID")},
-        FieldRow{L"Importance", get::words(L"Importance", kImportanceWords)},
-        FieldRow{L"In Folder", get::special(GetInFolder)},
-        FieldRow{L"Is Conflict", get::boolean(L"IsConflict")},
-        FieldRow{markForDownload, get::words(L"MarkForDownload", kMarkForDownloadWords)},
-        FieldRow{L"Message Class", get::text(L"MessageClass")},
-        FieldRow{L"Mileage", get::text(L"Mileage")},
-        FieldRow{L"No Aging", truthOrEmpty(L"NoAging")},
-        FieldRow{L"Parent", get::special(GetInFolder)},
-        FieldRow{L"Saved", get::boolean(L"Saved")},
-        FieldRow{L"Sensitivity", get::words(L"Sensitivity", kSensitivityWords)},
-        FieldRow{L"Size", get::integer(L"Size")},
-        FieldRow{L"Subject", get::text(L"Subject")},
-        FieldRow{L"Unread", get::boolean(L"UnRead")},
-    };
+    return Joined(kUnwrittenFields,
+                  std::array{
+                      FieldRow{L"Auto Resolved Winner", truthOrEmpty(L"AutoResolvedWinner")},
+                      FieldRow{L"Entry ID", get::text(L"EntryID")},
+                      FieldRow{L"ID", get::text(L"EntryID")},
+                      FieldRow{L"In Folder", get::special(GetInFolder)},
+                      FieldRow{markForDownload, get::words(L"MarkForDownload", kMarkForDownloadWords)},
+                      FieldRow{L"No Aging", truthOrEmpty(L"NoAging")},
+                      FieldRow{L"Parent", get::special(GetInFolder)},
+                  });
 }
 
 constexpr auto kAcceptFields = AnswerFields(L"Mark for Download");

@@ -1,5 +1,5 @@
 // The field vocabularies of notes, journal entries and posts.
-#include "MinorFields.h"
+#include "Vocabularies.h"
 
 #include "frame/ErrorCodes.h"
 #include "mapi/Tags.h"

@@ -1,5 +1,5 @@
 // The field vocabularies of documents, remote, sharing and storage items: they are read and not written.
-#include "MinorFields.h"
+#include "Vocabularies.h"
 
 #include "SharedFields.h"
 
@@ -14,40 +14,20 @@ namespace {
 // --- Document and remote
 // ---------------------------------------------------------------------------------------------
 
-constexpr std::array kDocumentFields{
+constexpr std::array kDocumentOwnFields{
     FieldRow{L"Auto Resolved Winner", truthOrEmpty(L"AutoResolvedWinner")},
-    FieldRow{L"Billing Information", get::text(L"BillingInformation")},
-    FieldRow{L"Body", get::mapiText(mapi::tag::kBody)},
-    FieldRow{L"Categories", get::text(L"Categories")},
-    FieldRow{L"Class", get::integer(L"Class")},
-    FieldRow{L"Companies", get::text(L"Companies")},
-    FieldRow{L"Conversation Index", get::text(L"ConversationIndex")},
-    FieldRow{L"Conversation Topic", get::text(L"ConversationTopic")},
-    FieldRow{L"Download State", get::words(L"DownloadState", kDownloadStateWords)},
     FieldRow{L"EntryID", get::text(L"EntryID")},
-    FieldRow{L"Form Name", get::text(L"MessageClass")},
-    FieldRow{L"Importance", get::words(L"Importance", kImportanceWords)},
-    FieldRow{L"Is Conflict", get::boolean(L"IsConflict")},
     FieldRow{L"Mark for Download", get::words(L"MarkForDownload", kMarkForDownloadWords)},
-    FieldRow{L"Message Class", get::text(L"MessageClass")},
-    FieldRow{L"Mileage", get::text(L"Mileage")},
     FieldRow{L"No Aging", get::boolean(L"NoAging")},
-    FieldRow{L"Saved", get::boolean(L"Saved")},
-    FieldRow{L"Sensitivity", get::words(L"Sensitivity", kSensitivityWords)},
-    FieldRow{L"Size", get::integer(L"Size")},
-    FieldRow{L"Subject", get::text(L"Subject")},
-    FieldRow{L"Unread", get::boolean(L"UnRead")},
 };
+constexpr auto kDocumentFields = Joined(kUnwrittenFields, kDocumentOwnFields);
 
-/// A document's fields and three of its own.
-constexpr auto kRemoteFields = [] {
-    std::array<FieldRow, kDocumentFields.size() + 3> fields{};
-    std::ranges::copy(kDocumentFields, fields.begin());
-    fields[kDocumentFields.size()] = {L"Remote Message Class", get::text(L"RemoteMessageClass")};
-    fields[kDocumentFields.size() + 1] = {L"Transfer Size", get::integer(L"TransferSize")};
-    fields[kDocumentFields.size() + 2] = {L"Transfer Time", get::integer(L"TransferTime")};
-    return fields;
-}();
+constexpr std::array kRemoteOwnFields{
+    FieldRow{L"Remote Message Class", get::text(L"RemoteMessageClass")},
+    FieldRow{L"Transfer Size", get::integer(L"TransferSize")},
+    FieldRow{L"Transfer Time", get::integer(L"TransferTime")},
+};
+constexpr auto kRemoteFields = Joined(kDocumentFields, kRemoteOwnFields);
 
 // --- Sharing
 // ---------------------------------------------------------------------------------------------------------
@@ -93,19 +73,11 @@ constexpr std::array kRequestedFolder{
 };
 constexpr EnumWords kRequestedFolderWords{kRequestedFolder};
 
-constexpr std::array kSharingFields{
+constexpr std::array kSharingOwnFields{
     FieldRow{L"Allow Write Access", get::boolean(L"AllowWriteAccess")},
     FieldRow{L"Alternate Recipient Allowed", get::boolean(L"AlternateRecipientAllowed")},
-    FieldRow{L"Billing Information", get::text(L"BillingInformation")},
-    FieldRow{L"Body", get::mapiText(mapi::tag::kBody)},
     FieldRow{L"Body Format", get::words(L"BodyFormat", kBodyFormatWords)},
-    FieldRow{L"Categories", get::text(L"Categories")},
-    FieldRow{L"Class", get::integer(L"Class")},
-    FieldRow{L"Companies", get::text(L"Companies")},
-    FieldRow{L"Conversation Index", get::text(L"ConversationIndex")},
-    FieldRow{L"Conversation Topic", get::text(L"ConversationTopic")},
     FieldRow{L"Delete After Submit", get::boolean(L"DeleteAfterSubmit")},
-    FieldRow{L"Download State", get::words(L"DownloadState", kDownloadStateWords)},
     FieldRow{L"Enable Shared Attachments", get::boolean(L"EnableSharedAttachments")},
     FieldRow{L"EntryID", get::text(L"EntryID")},
     FieldRow{L"Expires", get::date(L"ExpiryTime")},
@@ -113,13 +85,8 @@ constexpr std::array kSharingFields{
     FieldRow{L"Flag Icon", get::special(GetFlagIcon)},
     FieldRow{L"Flag Request", get::text(L"FlagRequest")},
     FieldRow{L"Flag Status", get::words(L"FlagStatus", kFlagStatusWords)},
-    FieldRow{L"Form Name", get::text(L"MessageClass")},
     FieldRow{L"HTML Body", get::mapiBinary(mapi::tag::kHtml)},
-    FieldRow{L"Importance", get::words(L"Importance", kImportanceWords)},
-    FieldRow{L"Is Conflict", get::boolean(L"IsConflict")},
     FieldRow{L"Mark for Download", get::words(L"MarkForDownload", kMarkForDownloadWords)},
-    FieldRow{L"Message Class", get::text(L"MessageClass")},
-    FieldRow{L"Mileage", get::text(L"Mileage")},
     FieldRow{L"No Aging", get::boolean(L"NoAging")},
     FieldRow{L"Originator Delivery Report Requested", get::boolean(L"OriginatorDeliveryReportRequested")},
     FieldRow{L"Permission", get::words(L"Permission", kPermissionWords)},
@@ -136,17 +103,13 @@ constexpr std::array kSharingFields{
     FieldRow{L"Remote Status", get::words(L"RemoteStatus", kSharingRemoteStatusWords)},
     FieldRow{L"Reply Recipient Names", get::text(L"ReplyRecipientNames")},
     FieldRow{L"Requested Folder", get::words(L"RequestedFolder", kRequestedFolderWords)},
-    FieldRow{L"Saved", get::boolean(L"Saved")},
     FieldRow{L"Sender Name", get::mapiOne(mapi::tag::kSenderName)},
-    FieldRow{L"Sensitivity", get::words(L"Sensitivity", kSensitivityWords)},
     FieldRow{L"Sent", get::boolean(L"Sent")},
     FieldRow{L"Sharing Provider", get::words(L"SharingProvider", kSharingProviderWords)},
-    FieldRow{L"Size", get::integer(L"Size")},
-    FieldRow{L"Subject", get::text(L"Subject")},
     FieldRow{L"Submitted", get::boolean(L"Submitted")},
     FieldRow{L"Type", get::words(L"Type", kSharingTypeWords)},
-    FieldRow{L"Unread", get::boolean(L"UnRead")},
 };
+constexpr auto kSharingFields = Joined(kUnwrittenFields, kSharingOwnFields);
 
 // --- Storage
 // ---------------------------------------------------------------------------------------------------------

@@ -1,8 +1,8 @@
 // In whose name a mail is sent.
 #include "SenderFields.h"
 
-#include "frame/ErrorCodes.h"
 #include "mapi/SenderStamps.h"
+#include "mapi/Steps.h"
 #include "session/COutlookFuncs.h"
 #include "session/Operation.h"
 
@@ -10,23 +10,19 @@ namespace varden {
 
 namespace {
 
-bool FailSender(HRESULT status, const wchar_t* reason) {
-    Fail(error::kMapi, status, reason);
-    return false;
-}
-
 /// One entry, resolved without a dialog. False with the last error set.
 bool Resolve(const FieldContext& context, const std::wstring& name, mapi::AddressList& list) {
     mapi::Pointer<IAddrBook> addressBook;
-    if (const HRESULT status =
-            context.engine.Session()->OpenAddressBook(0, nullptr, AB_NO_DIALOG, addressBook.Out());
-        FAILED(status)) {
-        return FailSender(status, L"Unable to set Sent On Behalf - unable to open Address Book.");
+    HRESULT status = mapi::OpenAddressBook(context.engine.Session().Required(), addressBook);
+    if (FAILED(status)) {
+        FailMapi(status, mapi::kNoAddressBookForSender);
+        return false;
     }
     list = mapi::MakeNameList(name);
-    if (const HRESULT status = addressBook->ResolveName(0, MAPI_UNICODE, nullptr, list.get());
-        FAILED(status)) {
-        return FailSender(status, L"Unable to set Sent On Behalf - Failed to resolve");
+    status = addressBook->ResolveName(0, MAPI_UNICODE, nullptr, list.get());
+    if (FAILED(status)) {
+        FailMapi(status, mapi::kSenderNotResolved);
+        return false;
     }
     return true;
 }

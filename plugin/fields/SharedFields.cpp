@@ -94,8 +94,7 @@ bool SetFlagIcon(const FieldContext& context, const FieldRow&, const std::wstrin
 bool SetFlagStatus(const FieldContext& context, const FieldRow&, const std::wstring& data) {
     const auto status = Choose(data, kFlagStatusLetters);
     if (!status) {
-        Fail(error::kFieldValue);
-        return false;
+        return Refuse(error::kFieldValue);
     }
     context.item.PutProperty(L"FlagStatus", outlook::LongValue(*status));
     context.item.Call(L"Save");

@@ -3,6 +3,11 @@
 
 #include "FieldTable.h"
 
+#include "mapi/Tags.h"
+
+#include <algorithm>
+#include <array>
+
 namespace varden {
 
 /// The name of the current folder, which is no property of the item.
@@ -27,5 +32,36 @@ constexpr FieldGet truthOrEmpty(const wchar_t* member) {
 
 extern const EnumWords kDownloadStateWords;
 extern const EnumWords kMarkForDownloadWords;
+
+/// What all kinds have that are read and not written.
+inline constexpr std::array kUnwrittenFields{
+    FieldRow{L"Billing Information", get::text(L"BillingInformation")},
+    FieldRow{L"Body", get::mapiText(mapi::tag::kBody)},
+    FieldRow{L"Categories", get::text(L"Categories")},
+    FieldRow{L"Class", get::integer(L"Class")},
+    FieldRow{L"Companies", get::text(L"Companies")},
+    FieldRow{L"Conversation Index", get::text(L"ConversationIndex")},
+    FieldRow{L"Conversation Topic", get::text(L"ConversationTopic")},
+    FieldRow{L"Download State", get::words(L"DownloadState", kDownloadStateWords)},
+    FieldRow{L"Form Name", get::text(L"MessageClass")},
+    FieldRow{L"Importance", get::words(L"Importance", kImportanceWords)},
+    FieldRow{L"Is Conflict", get::boolean(L"IsConflict")},
+    FieldRow{L"Message Class", get::text(L"MessageClass")},
+    FieldRow{L"Mileage", get::text(L"Mileage")},
+    FieldRow{L"Saved", get::boolean(L"Saved")},
+    FieldRow{L"Sensitivity", get::words(L"Sensitivity", kSensitivityWords)},
+    FieldRow{L"Size", get::integer(L"Size")},
+    FieldRow{L"Subject", get::text(L"Subject")},
+    FieldRow{L"Unread", get::boolean(L"UnRead")},
+};
+
+/// The rows of both, by name.
+template <std::size_t CountA, std::size_t CountB>
+constexpr auto Joined(const std::array<FieldRow, CountA>& shared, const std::array<FieldRow, CountB>& own) {
+    std::array<FieldRow, CountA + CountB> fields{};
+    std::ranges::copy(own, std::ranges::copy(shared, fields.begin()).out);
+    std::ranges::sort(fields, {}, &FieldRow::name);
+    return fields;
+}
 
 } // namespace varden

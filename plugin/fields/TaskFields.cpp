@@ -1,10 +1,11 @@
 // The field vocabulary of a task.
-#include "TaskFields.h"
+#include "Vocabularies.h"
 
 #include "RecurrenceBlob.h"
 
 #include "frame/ErrorCodes.h"
 #include "mapi/PropertyCatalogue.h"
+#include "mapi/Steps.h"
 #include "mapi/Tags.h"
 #include "session/COutlookFuncs.h"
 #include "session/Operation.h"
@@ -34,10 +35,9 @@ std::wstring GetIsRecurring(const FieldContext& context, const FieldRow&) {
 }
 
 std::wstring GetDeadOccurrence(const FieldContext& context, const FieldRow&) {
-    ULONG tag = 0;
+    const auto tag = CatalogueTag(L"TaskDeadOccur", context);
     mapi::PropertyBlock block;
-    if (!mapi_PropTagFromFieldName(L"TaskDeadOccur", tag, context.message) ||
-        FAILED(context.engine.mapi_GetOneProp(tag, block, context.message))) {
+    if (!tag || FAILED(context.engine.mapi_GetOneProp(*tag, block, context.message))) {
         return {};
     }
     return block.FirstUnit() != 0 ? L"True" : L"False";
@@ -74,12 +74,12 @@ HRESULT StampGlobalId(IMessage& message) {
 HRESULT AddAssignee(const FieldContext& context, const std::wstring& name) {
     IMAPISession& session = context.engine.Session().Required();
     mapi::Pointer<IAddrBook> addressBook;
-    HRESULT status = session.OpenAddressBook(0, nullptr, AB_NO_DIALOG, addressBook.Out());
+    HRESULT status = mapi::OpenAddressBook(session, addressBook);
     if (FAILED(status)) {
         return status;
     }
     const mapi::AddressList list = mapi::MakeRecipientList(name, MAPI_TO);
-    status = session.OpenAddressBook(0, nullptr, AB_NO_DIALOG, addressBook.Out());
+    status = mapi::OpenAddressBook(session, addressBook); // anew for the look-up
     if (SUCCEEDED(status)) {
         status = addressBook->ResolveName(0, MAPI_UNICODE, nullptr, list.get());
     }
@@ -98,7 +98,7 @@ bool SetAssign(const FieldContext& context, const FieldRow&, const std::wstring&
         status = StampGlobalId(*context.message);
     }
     if (FAILED(status)) {
-        Fail(error::kMapi, status, L"");
+        FailMapi(status, L"");
         return false;
     }
     return true;
@@ -125,7 +125,7 @@ constexpr std::array kTaskFields{
     FieldRow{L"Categories", get::text(L"Categories"), set::text(L"Categories")},
     FieldRow{L"Company", get::text(L"Companies"), set::text(L"Companies")},
     FieldRow{L"Complete", get::boolean(L"Complete"), set::special(SetComplete)},
-    FieldRow{L"Contacts", get::named(), set::readOnly},
+    FieldRow{L"Contacts", get::named(), set::special(SetLinkedContacts)},
     FieldRow{L"Created", get::date(L"CreationTime"), set::readOnly},
     FieldRow{L"Date Completed", get::date(L"DateCompleted"), set::date(L"DateCompleted")},
     FieldRow{L"Due Date", get::date(L"DueDate"), set::date(L"DueDate")},

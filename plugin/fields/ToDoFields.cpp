@@ -19,11 +19,6 @@ constexpr std::array kIntervals{
 };
 constexpr EnumChoice kIntervalChoice{{}, kIntervals, true};
 
-bool Refuse(std::int32_t code, const wchar_t* detail = L"") {
-    Fail(code, detail);
-    return false;
-}
-
 bool SetMarkAsTask(const FieldContext& context, const FieldRow&, const std::wstring& data) {
     const std::wstring word = Without(data, L' ');
     if (const auto interval = Choose(word, kIntervalChoice)) {

@@ -42,7 +42,6 @@ inline constexpr std::int32_t kItemKind = -1095;
 inline constexpr std::int32_t kReadOnly = -1096;
 inline constexpr std::int32_t kMapi = -1097;
 inline constexpr std::int32_t kParameter = -1098;
-inline constexpr std::int32_t kUnavailable = -1099;
 inline constexpr std::int32_t kSharedFolder = -1100;
 inline constexpr std::int32_t kRestriction = -1200;
 

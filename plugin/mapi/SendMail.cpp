@@ -1,7 +1,7 @@
 // A whole mail in one call.
 #include "session/COutlookFuncs.h"
 
-#include "fields/MailFields.h"
+#include "fields/Vocabularies.h"
 #include "frame/ErrorCodes.h"
 #include "mapi/InterfaceIds.h"
 #include "session/Operation.h"
@@ -9,12 +9,6 @@
 #include <io.h>
 
 namespace varden {
-
-namespace {
-
-constexpr long kFormatHtml = 2;
-
-} // namespace
 
 std::wstring COutlookFuncs::CreateMessage(const ScriptText& to, const ScriptText& cc, const ScriptText& bcc,
                                           const std::wstring& subject, const std::wstring& body,
@@ -40,7 +34,7 @@ std::wstring COutlookFuncs::CreateMessage(const ScriptText& to, const ScriptText
     SetMailField(L"Subject", subject, L"failed to add subject");
     if (useHtml) {
         SetMailField(L"HTML Body", body, L"failed html body");
-        m_objMailItem.PutProperty(L"BodyFormat", outlook::LongValue(kFormatHtml));
+        m_objMailItem.PutProperty(L"BodyFormat", outlook::LongValue(outlook::olFormatHTML));
     } else {
         SetMailField(L"Body", body, L"failed to add body");
     }

@@ -186,19 +186,22 @@ public:
     /// failure are told by the last error too; most callers look at neither.
     Stored mapi_SetOneProp(ULONG tag, const std::wstring& text, IMessage* message);
     Stored mapi_SetOneProp(ULONG tag, const mapi::PropertyUnion& value, IMessage* message);
-    /// Reads one property. A tag without type bits reads whatever type is stored.
+    /// Reads one property. A tag without type bits reads whatever type is stored. E_INVALIDARG for a null
+    /// message.
     HRESULT mapi_GetOneProp(ULONG tag, mapi::PropertyBlock& block, IMAPIProp* message);
     /// Reads a text of any length, without line feeds and without its last character. A missing property is
     /// an empty text and a success. On failure `text` holds the reason; with a null message it stays as it
     /// was.
     bool mapi_GetTextField(ULONG tag, std::wstring& text, IMessage* message);
     /// Reads a blob of the current message as hexadecimal text; compressed RTF as RTF, HTML as text. A
-    /// missing property is an empty text and a success. On failure `text` holds the reason.
+    /// missing property is an empty text and a success. On failure `text` holds the reason; with a null
+    /// message that is "No Message Opened". Which message it is isn't looked at beyond that.
     bool mapi_GetBinaryField(ULONG tag, std::wstring& text, IMessage* message);
     /// The sender's address as the address book has it: SMTP, or else in its own form.
     HRESULT mapi_GetSenderEMailAddress(IMessage* message, std::wstring& text);
     /// The addresses of the message's recipients of one kind, "To", "Cc" or "Bcc", with ", " between. On
-    /// failure the last error is set, and what was built so far stays in `fieldData`.
+    /// failure the last error is set, and what was built so far stays in `fieldData`. With a null message
+    /// `fieldData` holds the reason behind "!!ERROR!!", and the last error stays as it was.
     bool mapi_GetSMTPAddresses(const std::wstring& fieldName, std::wstring& fieldData, IMessage* message);
 
     /// All recipients of the message as resolved addresses; no list for a message without recipients.
@@ -218,13 +221,25 @@ public:
     HRESULT mapi_SendMeetingAccept(IMessage* message, IMsgStore* store);
     /// Builds a task request in the Outbox, with the task embedded, and leaves it unsent.
     HRESULT mapi_CreateTaskRequest(IMessage* task, IMsgStore* store, mapi::Pointer<IMessage>& request);
+    /// Opens the folder whose entry id the store has under the tag. A failure is told by the last error too.
     HRESULT mapi_OpenFolderFromStoreProp(mapi::Pointer<IMAPIFolder>& folder, ULONG folderTag,
                                          IMsgStore* store);
+    /// A number for a meeting that no other of the folder has: one more than the greatest, or else one in a
+    /// gap.
     HRESULT mapi_NextOwnerApptId(long& id, IMAPIFolder* folder);
+    /// Gives the message of a meeting its class, subject and final properties by the meeting's status, and
+    /// submits it. A failure is told by the last error too.
     HRESULT mapi_FinishMeetingMessage(IMessage& message, bool isUpdate);
+    /// Makes the calendar's own entry from a meeting, not saved yet. A failure is told by the last error too.
     HRESULT mapi_CopyMeetingToCalendar(IMessage& meeting, IMsgStore* store, mapi::Pointer<IMessage>& entry);
+    /// Fills a response from the calendar's entry and stamps the owner of the store on it. A failure is told
+    /// by the last error too.
     HRESULT mapi_CopyMeetingProps(IMessage& response, IMsgStore* store, IMessage& entry);
+    /// Gives a response the class and subject of an acceptance, and submits it. A failure is told by the last
+    /// error too.
     HRESULT mapi_FinishMeetingResponse(IMessage& response);
+    /// Makes the calendar's entry the current record. What Outlook doesn't give as an appointment is passed
+    /// over.
     HRESULT mapi_RebindAcceptedMeeting(IMessage& entry);
     /// Writes the message to an MSG file, in place of a file of that name. "0", or "!!ERROR!!" with the last
     /// error set.
@@ -240,6 +255,9 @@ public:
     const outlook::Reference& MasterAppointment() const { return m_objAppointmentItem; }
     /// A field of that appointment.
     std::wstring ReadMasterField(const std::wstring& name);
+    /// Writes the names of the contacts that the record, or its open occurrence, is linked with; "," and line
+    /// ends part them. False when a look-up or the last of its writes fails.
+    bool SetContacts(const std::wstring& data);
     /// What the next meeting response answers: 2 tentative, 3 accepted, 4 declined.
     void SetPendingResponse(long response) { m_lMeetingResponse = response; }
     /// Makes the appointment of the current meeting the current record. "0", or "!!ERROR!!" with the last
@@ -498,7 +516,6 @@ private:
     HRESULT WriteHeading(IMessage& message, const std::wstring& prefix, const std::wstring& subject,
                          const std::wstring& messageClass);
     HRESULT SendResponse(const mapi::Pointer<IMessage>& entry, IMsgStore* store);
-    void NoteFolder(IMessage& entry);
 
     // Recurrence
 
@@ -532,9 +549,8 @@ private:
 
     bool BeginFieldOperation();
     bool HasRecordOf(std::span<const ItemKind> kinds);
-    bool SetContacts(const std::wstring& data);
     std::wstring Written(bool written, Operation& operation);
-    std::wstring ReadRecordField(const std::wstring& name);
+    std::wstring ReadRecordField(const std::wstring& name, Operation& operation);
     /// A field that goes to the open occurrence, exception or pattern; none when nothing of the kind takes
     /// it.
     std::optional<std::wstring> ReadRecurrenceField(const std::wstring& name);
