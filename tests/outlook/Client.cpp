@@ -127,7 +127,8 @@ OutlookTest::OutlookTest() : m_control(standin::outlook::OutlookControl()) {
 OutlookTest::~OutlookTest() {
     EXPECT_EQ(m_control->Live().outlookObjects, m_before.outlookObjects);
     EXPECT_EQ(m_control->Live(), m_before);
-    EXPECT_TRUE(m_watch.Violations().empty());
+    for (const std::wstring& violation : m_watch.Violations())
+        ADD_FAILURE() << violation;
     m_control->SetWatch(nullptr);
     m_control->Reset();
 }

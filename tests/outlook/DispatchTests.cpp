@@ -123,6 +123,61 @@ TEST_F(DispatchTest, ValuesAreConvertedAsAutomationDoesIt) {
     EXPECT_EQ(item.Number(L"Importance"), 2);
 }
 
+TEST_F(DispatchTest, PropertiesArePutByValueAndObjectsByReference) {
+    const Object item = AddItem(DefaultFolder(kInbox), L"Subject");
+    const DISPID subject = item.IdOf(L"Subject");
+    _variant_t text = Value(L"Other");
+    DISPPARAMS nameless{&text, nullptr, 1, 0};
+    EXPECT_EQ(item.Raw()->Invoke(subject, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYPUT, &nameless,
+                                 nullptr, nullptr, nullptr),
+              DISP_E_PARAMNOTFOUND)
+        << "the value without its name";
+    EXPECT_EQ(item.Invoke(subject, DISPATCH_PROPERTYPUT, {text, text}).status, DISP_E_BADPARAMCOUNT);
+    EXPECT_EQ(item.Invoke(subject, DISPATCH_PROPERTYPUTREF, {text}).status, DISP_E_MEMBERNOTFOUND);
+    EXPECT_EQ(item.Text(L"Subject"), L"Subject");
+
+    const Object first = NameSpace().Child(L"CreateRecipient", {Value(L"Warehouse")});
+    const Object second = NameSpace().Child(L"CreateRecipient", {Value(L"Back Office")});
+    const DISPID entry = first.IdOf(L"AddressEntry");
+    const _variant_t other = second.Get(L"AddressEntry");
+    EXPECT_EQ(first.Invoke(entry, DISPATCH_PROPERTYPUT, {other}).status, DISP_E_MEMBERNOTFOUND);
+    EXPECT_EQ(first.Text(L"Name"), L"Warehouse");
+    EXPECT_EQ(first.Invoke(entry, DISPATCH_PROPERTYPUTREF, {other}).status, S_OK);
+    EXPECT_EQ(first.Text(L"Name"), L"Back Office");
+    EXPECT_EQ(first.Invoke(entry, DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF, {other}).status, S_OK);
+}
+
+TEST_F(DispatchTest, DeadObjectsTellWhoStillUsesThem) {
+    IDispatch* items = nullptr;
+    ISupportErrorInfo* errors = nullptr;
+    IEnumVARIANT* enumerator = nullptr;
+    {
+        const Object alive = DefaultFolder(kInbox).Child(L"Items");
+        items = alive.Raw();
+        ASSERT_EQ(items->QueryInterface(IID_ISupportErrorInfo, reinterpret_cast<void**>(&errors)), S_OK);
+        errors->Release();
+        const _variant_t walk = alive.Invoke(DISPID_NEWENUM, DISPATCH_PROPERTYGET, {}).value;
+        ASSERT_EQ(walk.punkVal->QueryInterface(IID_IEnumVARIANT, reinterpret_cast<void**>(&enumerator)),
+                  S_OK);
+        enumerator->Release();
+    }
+    EXPECT_TRUE(Watch().Violations().empty());
+    UINT count = 0;
+    EXPECT_EQ(items->GetTypeInfoCount(&count), RPC_E_DISCONNECTED);
+    EXPECT_EQ(errors->InterfaceSupportsErrorInfo(IID_IDispatch), RPC_E_DISCONNECTED);
+    items->AddRef();
+    errors->Release();
+    enumerator->Reset();
+    EXPECT_EQ(Watch().Violations(), (std::vector<std::wstring>{
+                                        L"Items: used after its last release",
+                                        L"Items: used after its last release",
+                                        L"Items: referenced after its last release",
+                                        L"Items: released too often",
+                                        L"IEnumVARIANT: used after its last release",
+                                    }));
+    Watch().Reset();
+}
+
 TEST_F(DispatchTest, FailuresAreExceptionsInOutlooksWords) {
     const Answer answer = NameSpace().TryCall(L"GetFolderFromID", {Value(L"1234")});
     EXPECT_EQ(answer.status, DISP_E_EXCEPTION);

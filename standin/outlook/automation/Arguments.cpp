@@ -56,8 +56,9 @@ HRESULT Arguments::ReadCall(const Member& member, const DISPPARAMS& given, LCID 
 }
 
 HRESULT Arguments::ReadValue(const Member& member, const DISPPARAMS& given, LCID locale, UINT* badArgument) {
-    const bool isNamed = given.cNamedArgs == 1 && given.rgdispidNamedArgs[0] == DISPID_PROPERTYPUT;
-    if (given.cArgs != 1 || (given.cNamedArgs != 0 && !isNamed))
+    if (given.cNamedArgs != 1 || given.rgdispidNamedArgs[0] != DISPID_PROPERTYPUT)
+        return DISP_E_PARAMNOTFOUND;
+    if (given.cArgs != 1)
         return DISP_E_BADPARAMCOUNT;
     const HRESULT status = Read(0, member.type, Dereference(given.rgvarg[0]), locale);
     if (FAILED(status) && badArgument)

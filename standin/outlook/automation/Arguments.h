@@ -23,7 +23,8 @@ public:
     /// parameter's, or comes twice. DISP_E_TYPEMISMATCH, DISP_E_OVERFLOW: `badArgument` is its place in
     /// `given`, where one is asked for.
     HRESULT ReadCall(const Member& member, const DISPPARAMS& given, LCID locale, UINT* badArgument);
-    /// For the value of a property.
+    /// For the value of a property, which is the one argument and bears the name DISPID_PROPERTYPUT:
+    /// DISP_E_PARAMNOTFOUND without it, as a type library's Invoke has it.
     HRESULT ReadValue(const Member& member, const DISPPARAMS& given, LCID locale, UINT* badArgument);
 
     bool IsGiven(std::size_t index) const { return m_given[index]; }

@@ -1,6 +1,8 @@
 // The enumerators of collections.
 #include "standin/outlook/automation/Enumerator.h"
 
+#include "standin/watch/Graves.h"
+
 #include <algorithm>
 
 namespace standin::outlook {
@@ -31,6 +33,9 @@ public:
             delete this;
         return left;
     }
+    static void operator delete(void* memory, std::size_t size) {
+        Bury(memory, size, {kName, RPC_E_DISCONNECTED});
+    }
 
     STDMETHODIMP Next(ULONG count, VARIANT* values, ULONG* fetched) override {
         Crossing call(Side::Outlook, kName, L"Next");
@@ -41,7 +46,7 @@ public:
         if (!values || (count > 1 && !fetched))
             return call.Return(E_POINTER);
         ULONG got = 0;
-        const HRESULT status = Fetch(count, values, got);
+        const HRESULT status = Guarded([&] { return Fetch(count, values, got); });
         if (fetched)
             *fetched = got;
         return call.Return(status);
@@ -50,9 +55,11 @@ public:
         Crossing call(Side::Outlook, kName, L"Skip");
         if (call.Fails())
             return call.Status();
-        const auto left = static_cast<ULONG>(std::max(m_collection->Count() - m_place, 0));
-        m_place += static_cast<std::int32_t>(std::min(count, left));
-        return call.Return(count <= left ? S_OK : S_FALSE);
+        return call.Return(Guarded([&] {
+            const auto left = static_cast<ULONG>(std::max(m_collection->Count() - m_place, 0));
+            m_place += static_cast<std::int32_t>(std::min(count, left));
+            return count <= left ? S_OK : S_FALSE;
+        }));
     }
     STDMETHODIMP Reset() override {
         Crossing call(Side::Outlook, kName, L"Reset");
@@ -68,23 +75,19 @@ public:
         *copy = nullptr;
         if (call.Fails())
             return call.Status();
-        *copy = new Enumerator(m_collection, m_place);
-        return S_OK;
+        return call.Return(Guarded([&] {
+            *copy = new Enumerator(m_collection, m_place);
+            return S_OK;
+        }));
     }
 
 private:
     static constexpr const wchar_t* kName = L"IEnumVARIANT";
 
     HRESULT Fetch(ULONG count, VARIANT* values, ULONG& got) {
-        try {
-            for (; got < count && m_place < m_collection->Count(); ++got)
-                values[got] = m_collection->At(++m_place).Detach();
-            return got == count ? S_OK : S_FALSE;
-        } catch (const Failure& failure) {
-            return failure.status;
-        } catch (const _com_error& error) {
-            return error.Error();
-        }
+        for (; got < count && m_place < m_collection->Count(); ++got)
+            values[got] = m_collection->At(++m_place).Detach();
+        return got == count ? S_OK : S_FALSE;
     }
 
     LiveCount m_alive = CountObject();

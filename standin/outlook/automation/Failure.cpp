@@ -5,7 +5,10 @@
 
 #include <mapicode.h>
 
+#include <comdef.h>
+
 #include <algorithm>
+#include <new>
 
 namespace standin::outlook {
 namespace {
@@ -34,7 +37,6 @@ constexpr Words kWords[] = {
     {MAPI_E_USER_CANCEL, L"The operation was canceled."},
     {MAPI_E_COLLISION, L"A folder with this name already exists. Use another name."},
     {MAPI_E_FOLDER_CYCLE, L"Cannot move the items. A folder cannot be moved into itself or below itself."},
-    {MAPI_E_NO_RECIPIENTS, L"There must be at least one name or contact group in the To, Cc, or Bcc box."},
     {MAPI_E_AMBIGUOUS_RECIP, L"Outlook does not recognize one or more names."},
 };
 
@@ -44,6 +46,20 @@ Failure::Failure(HRESULT status) : status(status), description(kOperationFailed)
     const auto words = std::ranges::find(kWords, status, &Words::status);
     if (words != std::end(kWords))
         description = words->text;
+}
+
+Failure CaughtFailure() {
+    try {
+        throw;
+    } catch (const Failure& failure) {
+        return failure;
+    } catch (const _com_error& error) {
+        return Failure(error.Error());
+    } catch (const std::bad_alloc&) {
+        return Failure(E_OUTOFMEMORY);
+    } catch (...) {
+        return Failure(E_FAIL);
+    }
 }
 
 Failure IndexOutOfBounds() {

@@ -23,6 +23,19 @@ inline void Check(HRESULT status) {
         throw Failure(status);
 }
 
+/// The exception that is being handled, whatever it is, as a failure: none may leave a method of COM.
+Failure CaughtFailure();
+
+/// What `work` answers, or the status of what it throws.
+template <class Work>
+HRESULT Guarded(Work&& work) {
+    try {
+        return work();
+    } catch (...) {
+        return CaughtFailure().status;
+    }
+}
+
 /// What Outlook raises for an index below 1 or above the count.
 Failure IndexOutOfBounds();
 /// What Outlook raises for a value that a property or parameter can't take.

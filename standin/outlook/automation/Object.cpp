@@ -3,6 +3,7 @@
 
 #include "standin/outlook/automation/Binding.h"
 #include "standin/outlook/session/Session.h"
+#include "standin/watch/Graves.h"
 
 #include <algorithm>
 
@@ -15,6 +16,8 @@ constexpr WORD kCode = 0x1000;
 constexpr WORD kPutFlags = DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF;
 
 std::int64_t g_liveObjects = 0;
+/// The interface of the object whose memory is given back next.
+const wchar_t* g_dead = L"IDispatch";
 
 /// For clients that ask for an error object in place of the EXCEPINFO.
 void SetThreadError(const Failure& failure, REFIID iid) {
@@ -42,10 +45,11 @@ const wchar_t* NameOf(const Member* member, DISPID id, WORD flags) {
     return flags & kPutFlags ? member->putName.c_str() : member->name.c_str();
 }
 
-/// An object may be put with and without Set, anything else without.
+/// Engines that don't know which of the two it is ask for both.
 bool MayPut(const Member& member, WORD flags) {
-    const bool holdsObject = member.type.type == VT_DISPATCH || member.type.type == VT_VARIANT;
-    return member.access == Access::GetPut && (flags & DISPATCH_PROPERTYPUT || holdsObject);
+    const bool holdsObject = member.type.type == VT_DISPATCH;
+    return member.access == Access::GetPut &&
+           flags & (holdsObject ? DISPATCH_PROPERTYPUTREF : DISPATCH_PROPERTYPUT);
 }
 
 } // namespace
@@ -67,6 +71,11 @@ Object::~Object() {
     constexpr std::int64_t kThisOne = 1;
     if (g_liveObjects == kThisOne)
         LastObjectGone();
+    g_dead = m_kind.name;
+}
+
+void Object::operator delete(void* memory, std::size_t size) {
+    Bury(memory, size, {g_dead, RPC_E_DISCONNECTED});
 }
 
 std::int64_t LiveObjects() {
@@ -140,7 +149,9 @@ STDMETHODIMP Object::GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID
     std::fill_n(ids, count, DISPID_UNKNOWN);
     if (call.Fails())
         return call.Status();
-    return call.Return(iid == IID_NULL ? FindNames(names, count, ids) : DISP_E_UNKNOWNINTERFACE);
+    if (iid != IID_NULL)
+        return call.Return(DISP_E_UNKNOWNINTERFACE);
+    return call.Return(Guarded([&] { return FindNames(names, count, ids); }));
 }
 
 /// The first name is a member's, the others are parameters of it.
@@ -179,15 +190,10 @@ STDMETHODIMP Object::Invoke(DISPID id, REFIID iid, LCID locale, WORD flags, DISP
         if (SUCCEEDED(status) && result)
             *result = value.Detach();
         return call.Return(status);
-    } catch (const Failure& failure) {
+    } catch (...) {
+        const Failure failure = CaughtFailure();
         call.Return(failure.status);
         return Raise(failure, exception);
-    } catch (const _com_error& error) {
-        call.Return(error.Error());
-        return Raise(Failure(error.Error()), exception);
-    } catch (const std::bad_alloc&) {
-        call.Return(E_OUTOFMEMORY);
-        return Raise(Failure(E_OUTOFMEMORY), exception);
     }
 }
 

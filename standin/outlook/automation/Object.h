@@ -24,6 +24,8 @@ inline constexpr GUID kOwnObject{
 /// - DISP_E_BADPARAMCOUNT and the other statuses of Arguments;
 /// - DISP_E_EXCEPTION: the member itself failed, or its planned failure came; the status is the scode.
 ///
+/// Objects are put by reference (PROPERTYPUTREF, Set in scripts), everything else by value.
+///
 /// A property with arguments hands them to the default member of the object that it gives, as automation
 /// does.
 class Object : public IDispatch, public ISupportErrorInfo {
@@ -34,6 +36,8 @@ public:
     STDMETHODIMP QueryInterface(REFIID iid, void** object) override;
     STDMETHODIMP_(ULONG) AddRef() override;
     STDMETHODIMP_(ULONG) Release() override;
+    /// Whoever still calls it after its last release breaks a rule, see Bury.
+    static void operator delete(void* memory, std::size_t size);
 
     STDMETHODIMP GetTypeInfoCount(UINT* count) override;
     STDMETHODIMP GetTypeInfo(UINT index, LCID locale, ITypeInfo** info) override;

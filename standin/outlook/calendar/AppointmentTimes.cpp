@@ -46,11 +46,10 @@ SysTime FromOwnZone(const MessageProperties& message, const StoredProperty& zone
     return TimeIn(ZoneIn(message, zone), date);
 }
 
-/// A date that means none can't be the time of an appointment, and neither can one before time began.
+/// A date that means none can't be the time of an appointment.
 Date Given(const Call& call) {
-    const Date date = call.arguments.Days(0);
-    constexpr double kFirstDay = -109205; // 1 January 1601
-    if (!(date.days >= kFirstDay) || date.days >= kNoDate.days)
+    const Date date = GivenDate(call.arguments);
+    if (date == kNoDate)
         throw InvalidValue();
     return date;
 }

@@ -28,7 +28,7 @@ void CheckSendable(const ItemObject& item) {
     if (!(state & kIsMeeting) || state & kIsReceived)
         throw Failure(MAPI_E_NO_SUPPORT, L"The appointment is not a meeting of yours.");
     if (item.Message().Recipients().empty())
-        throw Failure(MAPI_E_NO_RECIPIENTS);
+        throw NoRecipients();
     if (!ResolveAll(RecipientsOf(item.Shared())))
         throw Failure(E_FAIL, L"Outlook does not recognize one or more names.");
 }

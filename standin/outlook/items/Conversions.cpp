@@ -52,7 +52,7 @@ _variant_t ReadTime(const MessageProperties& message, const StoredProperty& stor
 
 template <SysTime (*convert)(Date)>
 void WriteTime(OpenMessage& message, const StoredProperty& stored, const Call& call) {
-    const Date date = call.arguments.Days(0);
+    const Date date = GivenDate(call.arguments);
     if (date == kNoDate)
         return RemoveValue(message, stored);
     WriteValue(message, stored, convert(date));

@@ -57,10 +57,21 @@ inline std::wstring StoredText(const mailbox::PropertyObject& object, const Stor
 
 /// Times of the model, UTC, as automation dates and back, by whole seconds as Outlook does it: cut off one
 /// way, rounded the other. Local time by the rules of the present time zone; 4501 is no date in any.
+/// A date that a time can't hold (see HasTime) gives the nearest that it can.
 Date LocalDate(mailbox::SysTime time);
 Date UtcDate(mailbox::SysTime time);
 mailbox::SysTime TimeOfLocal(Date date);
 mailbox::SysTime TimeOfUtc(Date date);
+/// Whether there is a time for the date: the years 1601 to 9999.
+bool HasTime(Date date);
+
+/// A date of a client's as Outlook takes it: 1 April 1601 to 31 August 4500, or kNoDate. Raises E_INVALIDARG
+/// for any other.
+Date CheckedDate(Date date);
+/// The same for the value of a property.
+inline Date GivenDate(const Arguments& value) {
+    return CheckedDate(value.Days(0));
+}
 
 /// "a, b; c" as its parts, without blanks around them and without empty ones.
 std::vector<std::wstring> SplitKeywords(std::wstring_view text);

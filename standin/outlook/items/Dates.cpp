@@ -1,6 +1,8 @@
 // Times of the mailbox model as automation dates.
 #include "standin/outlook/items/Conversions.h"
 
+#include "standin/outlook/automation/Failure.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -13,6 +15,8 @@ constexpr double kSecondsPerDay = 86400;
 constexpr std::uint64_t kTicksPerSecond = 10'000'000;
 /// 30 December 1899, day 0 of automation, in days since 1601.
 constexpr double kFirstDay = 109205;
+/// Those of the year 9999, the last of automation dates.
+constexpr double kDaysOfTime = 2958466 + kFirstDay;
 
 /// Before day 0 the fraction of a date still counts forward: -1.25 is six in the morning of day -1.
 double FromLinear(double days) {
@@ -64,8 +68,22 @@ Date UtcDate(SysTime time) {
 }
 
 SysTime TimeOfUtc(Date date) {
-    const double seconds = (ToLinear(date.days) + kFirstDay) * kSecondsPerDay;
-    return {static_cast<std::uint64_t>(std::llround(std::max(seconds, 0.0))) * kTicksPerSecond};
+    const double days = ToLinear(date.days) + kFirstDay;
+    const double within = days > 0 ? std::min(days, kDaysOfTime) : 0;
+    return {static_cast<std::uint64_t>(std::llround(within * kSecondsPerDay)) * kTicksPerSecond};
+}
+
+bool HasTime(Date date) {
+    const double days = ToLinear(date.days) + kFirstDay;
+    return days >= 0 && days < kDaysOfTime;
+}
+
+Date CheckedDate(Date date) {
+    constexpr double kFirst = -109115, kLast = 949875; // 1 April 1601, 31 August 4500
+    const double day = std::trunc(date.days);
+    if (date != kNoDate && !(day >= kFirst && day <= kLast))
+        throw InvalidValue();
+    return date;
 }
 
 Date LocalDate(SysTime time) {

@@ -19,7 +19,7 @@ void CheckSendable(const OpenMessage& message) {
     if (!(flags & std::int32_t{MSGFLAG_UNSENT}))
         throw Failure(MAPI_E_NO_SUPPORT, L"This item has already been sent.");
     if (message.Recipients().empty())
-        throw Failure(MAPI_E_NO_RECIPIENTS);
+        throw NoRecipients();
 }
 
 /// Somebody in whose name it goes out must be known by then.
@@ -68,6 +68,10 @@ void KeepForLater(OpenMessage& message) {
 }
 
 } // namespace
+
+Failure NoRecipients() {
+    return {E_FAIL, L"There must be at least one name or distribution list in the To, Cc, or Bcc box."};
+}
 
 mailbox::Folder& OwnFolder(std::int32_t number) {
     const mailbox::Store* store = LoggedOnWorld().DefaultStore();

@@ -30,7 +30,7 @@ void WriteDay(mailbox::OpenMessage& message, const StoredProperty& asStored, con
 
 template <TaskSpan (*with)(TaskSpan, Date)>
 void WriteEnd(mailbox::OpenMessage& message, const StoredProperty&, const Call& call) {
-    WriteTaskSpan(message, with(ReadTaskSpan(message), call.arguments.Days(0)));
+    WriteTaskSpan(message, with(ReadTaskSpan(message), GivenDate(call.arguments)));
 }
 
 _variant_t ReadAnyDay(const mailbox::MessageProperties& message, const StoredProperty& stored) {

@@ -89,7 +89,7 @@ void SetUserValue(FieldObject& field, const VARIANT& variant) {
     if (!value)
         throw Failure(DISP_E_TYPEMISMATCH, L"Cannot convert value to the requested data type.");
     if (const auto* time = std::get_if<mailbox::SysTime>(&*value))
-        value = TimeOfLocal(UtcDate(*time));
+        value = TimeOfLocal(CheckedDate(UtcDate(*time)));
     WriteValue(field.Item().Message(), place, std::move(*value));
 }
 
@@ -107,7 +107,8 @@ void SetMemberValue(FieldObject& field, const VARIANT& variant) {
     if (member.access != Access::GetPut || !row.put)
         throw Failure(E_ACCESSDENIED);
     VARIANTARG argument = variant;
-    const DISPPARAMS parameters{&argument, nullptr, 1, 0};
+    DISPID putName = DISPID_PROPERTYPUT;
+    const DISPPARAMS parameters{&argument, &putName, 1, 1};
     Arguments arguments;
     Check(arguments.ReadValue(member, parameters, LOCALE_USER_DEFAULT, nullptr));
     row.put(field.Item(), {member, row, arguments});

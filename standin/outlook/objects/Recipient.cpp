@@ -98,11 +98,12 @@ Date TrackingStatusTime(RecipientObject& recipient) {
 }
 
 void SetTrackingStatusTime(RecipientObject& recipient, const Arguments& value) {
+    const Date date = GivenDate(value);
     mailbox::PropertyBag row = recipient.Properties();
-    if (value.Days(0) == kNoDate)
+    if (date == kNoDate)
         row.Remove(kPrTrackStatusTime);
     else
-        row.Set<kPrTrackStatusTime>(TimeOfLocal(value.Days(0)));
+        row.Set<kPrTrackStatusTime>(TimeOfLocal(date));
     recipient.Replace(std::move(row));
 }
 

@@ -33,12 +33,10 @@ public:
 
 private:
     static HRESULT Create(REFIID iid, void** object) {
-        try {
+        return Guarded([&] {
             World(); // an Outlook whose mailbox doesn't open doesn't start
             return TheApplication()->QueryInterface(iid, object);
-        } catch (const Failure& failure) {
-            return failure.status;
-        }
+        });
     }
 };
 

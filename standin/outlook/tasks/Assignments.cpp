@@ -164,7 +164,7 @@ void SendTask(ItemObject& item) {
         throw Failure(E_FAIL, L"Outlook does not recognize one or more names.");
     const std::vector<mailbox::PropertyBag> receivers = ReceiversOf(task, kind->mode);
     if (receivers.empty())
-        throw Failure(MAPI_E_NO_RECIPIENTS);
+        throw NoRecipients();
     if (kind->mode == kRequested)
         NoteRequest(task);
     else

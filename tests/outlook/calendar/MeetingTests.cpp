@@ -80,7 +80,10 @@ TEST_F(MeetingTest, OnlyMeetingsOfOnesOwnWithKnownAttendeesAreSent) {
     EXPECT_EQ(plain.TryCall(L"Send").Status(), MAPI_E_NO_SUPPORT);
     const Object lonely = NewMeeting();
     lonely.Put(L"RequiredAttendees", Value(L""));
-    EXPECT_EQ(lonely.TryCall(L"Send").Status(), MAPI_E_NO_RECIPIENTS);
+    const Answer toNobody = lonely.TryCall(L"Send");
+    EXPECT_EQ(toNobody.Status(), E_FAIL);
+    EXPECT_EQ(toNobody.description,
+              L"There must be at least one name or distribution list in the To, Cc, or Bcc box.");
     const Object unknown = NewMeeting();
     unknown.Put(L"RequiredAttendees", Value(L"Service"));
     EXPECT_EQ(unknown.TryCall(L"Send").Status(), E_FAIL) << "two people begin like that";

@@ -161,7 +161,7 @@ TEST_F(TaskTest, AssignedTasksGoToTheirNewOwnerAndBack) {
             task.Call(L"CancelResponseState");
             EXPECT_EQ(task.Number(L"Ownership"), 0);
             const Object assigned = task.Child(L"Assign");
-            EXPECT_EQ(assigned.TryCall(L"Send").Status(), MAPI_E_NO_RECIPIENTS);
+            EXPECT_EQ(assigned.TryCall(L"Send").Status(), E_FAIL) << "to nobody";
             assigned.Child(L"Recipients").Call(L"Add", {Value(L"Back Office")});
             assigned.Call(L"Send");
             EXPECT_EQ(task.Text(L"Owner"), L"Back Office");

@@ -30,7 +30,7 @@ _variant_t ReadDay(const MessageProperties& message, const StoredProperty& store
 
 template <std::uint32_t number>
 void WriteDay(OpenMessage& message, const StoredProperty& stored, const Call& call) {
-    const Date day{std::floor(call.arguments.Days(0).days)};
+    const Date day{std::floor(GivenDate(call.arguments).days)};
     if (day == kNoDate) {
         RemoveValue(message, stored);
         return RemoveValue(message, kDayByItself<number>);

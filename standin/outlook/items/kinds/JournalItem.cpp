@@ -57,11 +57,12 @@ void FollowStart(OpenMessage& message) {
 /// The duration changes; a start that there isn't is the end. Nothing ends before it started.
 void SetEnd(ItemObject& item, const Arguments& value) {
     OpenMessage& message = item.Message();
-    if (value.Days(0) == kNoDate) {
+    const Date date = GivenDate(value);
+    if (date == kNoDate) {
         WriteValue(message, kDuration, 0);
         return WriteTime(message, kEnd, kCommonEnd, std::nullopt);
     }
-    const SysTime end = TimeOfLocal(value.Days(0));
+    const SysTime end = TimeOfLocal(date);
     const SysTime start = ReadAs<SysTime>(message, kStart).value_or(end);
     if (end.ticks < start.ticks)
         throw InvalidValue();
