@@ -79,7 +79,7 @@ void Session::StartPlugin() {
     if (!problem.empty()) {
         throw Mistake(problem);
     }
-    if (m_host.Init() < 0) {
+    if (m_host.Init() < 1) {
         throw Mistake(L"the plug-in refuses to work with this host");
     }
 }
@@ -187,6 +187,13 @@ void Session::TellCounts() {
              std::to_wstring(live.outlookObjects) + L", MAPI objects " + std::to_wstring(live.mapiObjects) +
              L", MAPI buffers " + std::to_wstring(live.mapiBuffers) + L", MAPI sessions " +
              std::to_wstring(live.mapiSessions));
+    std::wstring left;
+    for (const std::int16_t id : m_host.LeftRegistered()) {
+        left += L' ' + std::to_wstring(id);
+    }
+    if (!left.empty()) {
+        TellLine(L"functions still registered after Shutdown:" + left);
+    }
 }
 
 } // namespace standin::console

@@ -41,6 +41,9 @@ std::wstring FullPath(const std::wstring& file) {
     return size > 0 && size < std::size(path) ? std::wstring(path, size) : file;
 }
 
+/// What FileMaker gives a plug-in room for its options.
+constexpr std::size_t kOptionsCapacity = 256;
+
 bool SameName(std::wstring_view a, std::wstring_view b) {
     return CompareStringOrdinal(a.data(), static_cast<int>(a.size()), b.data(), static_cast<int>(b.size()),
                                 TRUE) == CSTR_EQUAL;
@@ -107,6 +110,7 @@ public:
     }
 
     std::wstring Load(const std::wstring& file);
+    bool ReadOwnOptions();
     std::int64_t Init(std::int16_t version);
     void Shutdown();
     StringAnswer GetString(std::uint8_t id, std::size_t capacity);
@@ -127,10 +131,12 @@ public:
     outlook::Control* m_outlook;
     Module m_module;
     EntryPoint m_entryPoint = nullptr;
+    PlugInOptions m_options;
     bool m_initialised = false;
     std::uint32_t m_locale = 0x0409;
     std::vector<RegisteredFunction> m_functions;
     std::vector<std::int16_t> m_unregistered;
+    std::vector<std::int16_t> m_leftRegistered;
 };
 
 std::wstring Host::Plugin::Load(const std::wstring& file) {
@@ -145,7 +151,21 @@ std::wstring Host::Plugin::Load(const std::wstring& file) {
         m_module.reset();
         return path + L": no plug-in: it exports no FMExternCallProc";
     }
+    if (!ReadOwnOptions()) {
+        m_entryPoint = nullptr;
+        m_module.reset();
+        return path + L": no plug-in: it has no options";
+    }
     return {};
+}
+
+bool Host::Plugin::ReadOwnOptions() {
+    const auto options = ReadOptions(GetString(kPlugInOptions, kOptionsCapacity).text);
+    if (!options) {
+        return false;
+    }
+    m_options = *options;
+    return true;
 }
 
 ParameterBlock Host::Plugin::Send(ParameterBlock block) {
@@ -163,15 +183,27 @@ ParameterBlock Host::Plugin::Send(ParameterBlock block) {
 }
 
 std::int64_t Host::Plugin::Init(std::int16_t version) {
+    if (!m_entryPoint) {
+        throw CallRefused(L"no plug-in is loaded");
+    }
+    if (!m_options.initAndShutdown) {
+        return 0;
+    }
     const auto result = static_cast<std::int64_t>(
         Send({.version = version, .whichCall = static_cast<std::uint8_t>(Message::Init)}).result);
-    m_initialised = m_initialised || result >= 0;
+    m_initialised = m_initialised || result >= 1;
     return result;
 }
 
 void Host::Plugin::Shutdown() {
     m_initialised = false;
-    Send({.whichCall = static_cast<std::uint8_t>(Message::Shutdown)});
+    if (m_options.initAndShutdown) {
+        Send({.whichCall = static_cast<std::uint8_t>(Message::Shutdown)});
+    }
+    m_leftRegistered.clear();
+    for (const RegisteredFunction& function : m_functions) {
+        m_leftRegistered.push_back(function.id);
+    }
 }
 
 StringAnswer Host::Plugin::GetString(std::uint8_t id, std::size_t capacity) {
@@ -202,9 +234,19 @@ Answer Host::Plugin::Call(const RegisteredFunction& function, const std::vector<
 }
 
 void Host::Plugin::Register(const RegisteredFunction& function) {
-    const auto same = std::ranges::find_if(m_functions, [&](const RegisteredFunction& other) {
+    const auto isSame = [&](const RegisteredFunction& other) {
         return other.pluginId == function.pluginId && other.id == function.id;
+    };
+    const bool isNameTaken = std::ranges::any_of(m_functions, [&](const RegisteredFunction& other) {
+        return !function.name.empty() && !isSame(other) && SameName(other.name, function.name);
     });
+    if (isNameTaken) {
+        m_watch.Violation(L"FM_ExprEnv_RegisterExternalFunction: a second function " + function.name);
+    }
+    if (function.pluginId != m_options.id) {
+        m_watch.Violation(L"FM_ExprEnv_RegisterExternalFunction: a plug-in id that is not in the options");
+    }
+    const auto same = std::ranges::find_if(m_functions, isSame);
     if (same != m_functions.end()) {
         *same = function;
     } else {
@@ -239,6 +281,15 @@ const RegisteredFunction& Fitting(const RegisteredFunction& function, std::size_
 
 } // namespace
 
+std::optional<PlugInOptions> ReadOptions(std::wstring_view text) {
+    constexpr std::size_t kSize = 11, kIdSize = 4, kOne = 4, kPreferences = 5, kInit = 7, kIdle = 8;
+    if (text.size() != kSize || text[kOne] != L'1') {
+        return std::nullopt;
+    }
+    return PlugInOptions{std::string(text.begin(), text.begin() + kIdSize), text[kPreferences] == L'Y',
+                         text[kInit] == L'Y', text[kIdle] == L'Y'};
+}
+
 Host::Host(Watch& watch) : m_plugin(std::make_unique<Plugin>(watch)) {
 }
 
@@ -257,11 +308,15 @@ void Host::Shutdown() {
 }
 
 void Host::Idle(std::uint8_t level) {
-    m_plugin->Send({.whichCall = static_cast<std::uint8_t>(Message::Idle), .parm1 = level});
+    if (m_plugin->m_options.idle) {
+        m_plugin->Send({.whichCall = static_cast<std::uint8_t>(Message::Idle), .parm1 = level});
+    }
 }
 
 void Host::AppPreferences() {
-    Send(static_cast<std::uint8_t>(Message::AppPreferences));
+    if (m_plugin->m_options.preferences) {
+        Send(static_cast<std::uint8_t>(Message::AppPreferences));
+    }
 }
 
 void Host::Send(std::uint8_t message) {
@@ -278,6 +333,10 @@ const std::vector<RegisteredFunction>& Host::Functions() const {
 
 const std::vector<std::int16_t>& Host::Unregistered() const {
     return m_plugin->m_unregistered;
+}
+
+const std::vector<std::int16_t>& Host::LeftRegistered() const {
+    return m_plugin->m_leftRegistered;
 }
 
 const RegisteredFunction* Host::Find(std::wstring_view name) const {

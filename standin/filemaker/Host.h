@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <exception>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,6 +25,17 @@ enum class Message : std::uint8_t { Init = 0, Idle = 1, Shutdown = 4, AppPrefere
 
 /// The texts that FileMaker asks a plug-in for.
 inline constexpr std::uint8_t kPlugInName = 128, kPlugInDescription = 129, kPlugInOptions = 131;
+
+/// What a plug-in says of itself in its options: four characters that name it, a 1, and six flags, Y for yes.
+struct PlugInOptions {
+    std::string id;
+    bool preferences = false;     ///< the sixth character: its preferences can be opened
+    bool initAndShutdown = false; ///< the eighth
+    bool idle = false;            ///< the ninth
+};
+
+/// Nothing for a text that isn't a plug-in's options.
+std::optional<PlugInOptions> ReadOptions(std::wstring_view text);
 
 /// The interface version that Init tells the plug-in unless another is wanted.
 inline constexpr std::int16_t kInterfaceVersion = 62;
@@ -55,8 +67,9 @@ private:
 };
 
 /// Hosts one plug-in. While it lives, the watch is told of every call that the plug-in makes into FileMaker
-/// and into Outlook or MAPI. Its end sends Shutdown, if Init was accepted and
-/// it is still due, and unloads the plug-in.
+/// and into Outlook or MAPI. Its end sends Shutdown, if Init was accepted and it is still due, and unloads
+/// the plug-in. The plug-in gets those messages only that its options ask for. Violations, beyond those of
+/// the operations: a second function of the same name, and one under another id than the options have.
 class Host {
 public:
     explicit Host(Watch& watch);
@@ -64,11 +77,12 @@ public:
     Host(const Host&) = delete;
     Host& operator=(const Host&) = delete;
 
-    /// Gives why the plug-in could not be loaded; an empty text when it is loaded.
+    /// Asks the plug-in for its options. Gives why it could not be loaded; an empty text when it is loaded.
     [[nodiscard]] std::wstring Load(const std::wstring& file);
 
-    /// The result as it stands in the parameter block, all 64 bits; a negative one refuses to work with this
-    /// host.
+    /// The result as it stands in the parameter block, all 64 bits: from 1 on the interface version that the
+    /// plug-in was made for. Any other refuses to work with this host, 0 by saying nothing or by not wanting
+    /// Init.
     std::int64_t Init(std::int16_t version = kInterfaceVersion);
     void Shutdown();
     void Idle(std::uint8_t level);
@@ -82,6 +96,9 @@ public:
     const std::vector<RegisteredFunction>& Functions() const;
     /// Every id that the plug-in asked to unregister, in order, registered or not.
     const std::vector<std::int16_t>& Unregistered() const;
+    /// What was registered when the last Shutdown was over. No violation: FileMaker lets go of it with the
+    /// plug-in. Until then it can be called.
+    const std::vector<std::int16_t>& LeftRegistered() const;
     /// By name, without regard to case, or by id; null when there is none. An empty name names nothing.
     const RegisteredFunction* Find(std::wstring_view name) const;
     const RegisteredFunction* Find(std::int16_t id) const;

@@ -2,6 +2,8 @@
 #include "Places.h"
 #include "standin/filemaker/Host.h"
 
+#include <windows.h>
+
 #include <gtest/gtest.h>
 
 using namespace standin;
@@ -31,6 +33,46 @@ TEST_F(Hosting, LoadingTellsWhyItFails) {
     EXPECT_THROW(m_host.Init(), CallRefused);
 }
 
+/// The options of the test plug-in, for as long as it lasts.
+class OptionsToHave {
+public:
+    explicit OptionsToHave(const wchar_t* options) {
+        SetEnvironmentVariableW(L"TEST_PLUGIN_OPTIONS", options);
+    }
+    ~OptionsToHave() { SetEnvironmentVariableW(L"TEST_PLUGIN_OPTIONS", nullptr); }
+    OptionsToHave(const OptionsToHave&) = delete;
+    OptionsToHave& operator=(const OptionsToHave&) = delete;
+};
+
+TEST_F(Hosting, ThePluginGetsTheMessagesThatItsOptionsAskFor) {
+    for (const wchar_t* options : {L"TEST", L"TEST1YnYYn", L"TESTYYnYYnn", L"TEST1YnYYnnn"}) {
+        const OptionsToHave wanted(options);
+        EXPECT_NE(m_host.Load(TestPluginFile()), L"") << options;
+    }
+    {
+        const OptionsToHave none(L"TEST1nnnnnn");
+        Host silent(m_watch);
+        ASSERT_EQ(silent.Load(TestPluginFile()), L"");
+        EXPECT_EQ(silent.Init(), 0);
+        EXPECT_TRUE(silent.Functions().empty());
+        silent.Idle(9); // the test plug-in breaks a rule when it is idle
+    }
+    EXPECT_TRUE(m_watch.Violations().empty());
+    const OptionsToHave foreign(L"ELSE1nnYnnn");
+    ASSERT_EQ(m_host.Load(TestPluginFile()), L"");
+    EXPECT_EQ(m_host.Init(60), 0) << "a plug-in that says nothing";
+    EXPECT_THROW(m_host.CallUnchecked(L"TP_Calls"), CallRefused);
+    EXPECT_EQ(m_host.Init(), 53);
+    EXPECT_EQ(m_watch.Violations().size(), 11U) << "functions under another plug-in's id";
+}
+
+TEST_F(Hosting, NamesOfFunctionsAreTakenOnce) {
+    ASSERT_EQ(m_host.Load(TestPluginFile()), L"");
+    EXPECT_EQ(m_host.Init(61), 53);
+    ASSERT_EQ(m_watch.Violations().size(), 1U);
+    EXPECT_NE(m_watch.Violations().front().find(L"a second function tp_ECHO"), std::wstring::npos);
+}
+
 TEST_F(Hosting, InitHandsTheVersionOverAndGivesAllBitsOfTheResult) {
     ASSERT_EQ(m_host.Load(TestPluginFile()), L"");
     EXPECT_EQ(m_host.Init(49), -1);
@@ -57,7 +99,9 @@ TEST_F(Hosting, RegistrationIsKeptInOrderUntilItIsTakenBack) {
     m_host.Shutdown();
     EXPECT_EQ(m_host.Unregistered(), (std::vector<std::int16_t>{10, 11, 12, 13, 14, 15, 16, 17, 18, 19, 20}));
     ASSERT_EQ(m_host.Functions().size(), 1U);
-    EXPECT_EQ(m_host.Functions().front().id, 21);
+    EXPECT_EQ(m_host.LeftRegistered(), std::vector<std::int16_t>{21});
+    EXPECT_EQ(m_host.Call(21, {L"late"}).text, L"late");
+    EXPECT_TRUE(m_watch.Violations().empty());
     EXPECT_EQ(m_host.LiveObjects(), 0U);
 }
 

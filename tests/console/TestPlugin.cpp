@@ -157,6 +157,7 @@ const FunctionRow kFunctions[] = {
     {20, L"TP_UseLateArguments", L"TP_UseLateArguments", 0, 0, UseLateArguments},
     {21, L"", L"", 1, 1, Echo},
 };
+const FunctionRow kRuleBreaker{22, L"tp_ECHO", L"tp_ECHO( text )", 1, 1, Echo};
 
 /// Deletes its handle at the end.
 class PluginId {
@@ -174,12 +175,16 @@ private:
     QuadChar* m_id;
 };
 
-void RegisterAll() {
+void Register(const FunctionRow& row) {
     const PluginId id;
+    const OwnText name(row.name), prototype(row.prototype);
+    Checked(FM_ExprEnv_RegisterExternalFunction, id.Get(), row.id, static_cast<const Text*>(name.Get()),
+            static_cast<const Text*>(prototype.Get()), row.minimum, row.maximum, 0xFF01U, row.function);
+}
+
+void RegisterAll() {
     for (const FunctionRow& row : kFunctions) {
-        const OwnText name(row.name), prototype(row.prototype);
-        Checked(FM_ExprEnv_RegisterExternalFunction, id.Get(), row.id, static_cast<const Text*>(name.Get()),
-                static_cast<const Text*>(prototype.Get()), row.minimum, row.maximum, 0xFF01U, row.function);
+        Register(row);
     }
 }
 
@@ -191,9 +196,21 @@ void UnregisterMost() {
     }
 }
 
-/// Text 1 fits the buffer, text 2 takes no notice of its size, any other leaves it alone.
+/// What a test wants the options to be; by itself the plug-in asks for all messages.
+std::wstring Options() {
+    wchar_t wanted[16] = L"";
+    const DWORD size = GetEnvironmentVariableW(L"TEST_PLUGIN_OPTIONS", wanted, std::size(wanted));
+    return size > 0 && size < std::size(wanted) ? wanted : L"TEST1YnYYnn";
+}
+
+/// Text 1 fits the buffer, text 2 takes no notice of its size, any other but the options leaves it alone.
 void GetString(const ParameterBlock& block) {
     auto* buffer = reinterpret_cast<wchar_t*>(block.result);
+    if (block.parm1 == 131) {
+        const std::wstring options = Options();
+        buffer[options.copy(buffer, block.parm3 - 1)] = L'\0';
+        return;
+    }
     const std::wstring_view text = L"a plug-in";
     if (block.parm1 == 1) {
         buffer[text.copy(buffer, block.parm3 - 1)] = L'\0';
@@ -207,11 +224,17 @@ void GetString(const ParameterBlock& block) {
 extern "C" __declspec(dllexport) void FMExternCallProc(ParameterBlock* block) {
     switch (block->whichCall) {
     case 0:
+        if (block->version == 60) {
+            break; // answers nothing
+        }
         if (block->version < 50) {
             block->result = static_cast<std::uint64_t>(std::int64_t{-1});
             break;
         }
         RegisterAll();
+        if (block->version == 61) {
+            Register(kRuleBreaker);
+        }
         block->result = 53;
         break;
     case 1: // answers the idle level where the version stands
