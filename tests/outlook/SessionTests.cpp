@@ -182,6 +182,34 @@ TEST_F(SessionTest, SharedFoldersBelongToRecipientsWithAMailbox) {
         E_INVALIDARG);
 }
 
+TEST_F(SessionTest, OnlyStoresThatAreOpenAreSearchedForIds) {
+    namespace mailbox = standin::mailbox;
+    mailbox::Store& office = *World().FindMailbox(L"Back Office");
+    std::shared_ptr<mailbox::Message> message;
+    ASSERT_EQ(office.SpecialFolder(kCalendar)->Receive({}, false, message), S_OK);
+    const _variant_t item = Value(mailbox::ToHex(message->Get<PR_ENTRYID>().value()));
+    const _variant_t folder = Value(mailbox::ToHex(office.SpecialFolder(kCalendar)->EntryId()));
+    const _variant_t store = Value(mailbox::ToHex(office.EntryId()));
+    const Object nameSpace = NameSpace();
+    const auto find = [&](const _variant_t& where) {
+        const HRESULT status = nameSpace.TryCall(L"GetItemFromID", {item, where}).Status();
+        EXPECT_EQ(nameSpace.TryCall(L"GetFolderFromID", {folder, where}).Status(), status);
+        return status;
+    };
+    EXPECT_EQ(find(Missing()), MAPI_E_NOT_FOUND) << "nobody has opened the mailbox";
+    EXPECT_TRUE(office.Names().Names().empty()) << "nor asked for names in it";
+    const Object recipient = nameSpace.Child(L"CreateRecipient", {Value(L"Back Office")});
+    nameSpace.Call(L"GetSharedDefaultFolder", {_variant_t(recipient.Raw()), Value(kContacts)});
+    EXPECT_EQ(find(Missing()), S_OK);
+    EXPECT_FALSE(office.Names().Names().empty());
+    EXPECT_EQ(find(Value(DefaultFolder(kInbox).Text(L"StoreID"))), MAPI_E_NOT_FOUND) << "another store";
+    nameSpace.Call(L"Logoff");
+    nameSpace.Call(L"Logon");
+    EXPECT_EQ(find(Missing()), MAPI_E_NOT_FOUND) << "a new session";
+    EXPECT_EQ(find(store), S_OK) << "which opens it";
+    EXPECT_EQ(find(Missing()), S_OK);
+}
+
 /// A scenario over every part of the stand-in, for failing its calls one after the other.
 void Work(const Object& nameSpace) {
     const Object inbox(nameSpace.TryCall(L"GetDefaultFolder", {Value(kInbox)}).value);

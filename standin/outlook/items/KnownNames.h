@@ -5,8 +5,8 @@
 
 namespace standin::outlook {
 
-/// Outlook asks each store that it opens for the ids of all names that its items have, so that they are there
-/// before the first item has one of them. Names that are there stay as they are.
+/// Outlook asks each store that it opens, and no other, for the ids of all names that its items have, so that
+/// they are there before the first item has one of them. Names that are there stay as they are.
 void EnterKnownNames(mailbox::NamedProperties& names);
 
 } // namespace standin::outlook

@@ -34,29 +34,46 @@ mailbox::Bytes EntryIdOf(const std::wstring& text) {
     return std::move(*id);
 }
 
-/// The entry id of a folder or message, in the first argument. The store in the second, where it is given,
-/// must be there.
-mailbox::Bytes ObjectIdOf(const Arguments& arguments) {
+/// A folder or message by its entry id.
+struct Asked {
+    mailbox::Bytes id;
+    mailbox::Store* store = nullptr; ///< in which it must be; null: in any that is open
+};
+
+/// The first argument, and the store in the second where it is given, which is opened if there is one.
+Asked AskedFor(const Arguments& arguments) {
     constexpr std::size_t kId = 0, kStore = 1;
-    mailbox::Bytes id = EntryIdOf(arguments.Text(kId));
-    if (!mailbox::ParseObjectEntryId(id))
+    Asked asked{EntryIdOf(arguments.Text(kId))};
+    if (!mailbox::ParseObjectEntryId(asked.id))
         throw Failure(MAPI_E_INVALID_ENTRYID);
-    if (arguments.IsGiven(kStore) && !LoggedOnWorld().FindStore(EntryIdOf(arguments.Text(kStore, L""))))
+    if (!arguments.IsGiven(kStore))
+        return asked;
+    asked.store = LoggedOnWorld().FindStore(EntryIdOf(arguments.Text(kStore, L"")));
+    if (!asked.store)
         throw Failure(MAPI_E_NOT_FOUND);
-    return id;
+    OpenStore(*asked.store);
+    return asked;
+}
+
+/// Raises MAPI_E_NOT_FOUND for an object of a store where nobody looks.
+void CheckPlace(const Asked& asked, const mailbox::Folder* folder) {
+    if (!folder || (asked.store ? asked.store != &folder->Store() : !IsOpen(folder->Store())))
+        throw Failure(MAPI_E_NOT_FOUND);
 }
 
 ComPtr<FolderObject> GetFolderFromId(NameSpaceObject&, const Arguments& arguments) {
-    mailbox::Folder* folder = LoggedOnWorld().FindFolder(ObjectIdOf(arguments));
-    if (!folder)
-        throw Failure(MAPI_E_NOT_FOUND);
+    mailbox::Mailbox& world = LoggedOnWorld();
+    const Asked asked = AskedFor(arguments);
+    mailbox::Folder* folder = world.FindFolder(asked.id);
+    CheckPlace(asked, folder);
     return FolderFor(*folder);
 }
 
 ComPtr<ItemObject> GetItemFromId(NameSpaceObject&, const Arguments& arguments) {
-    const std::shared_ptr<mailbox::Message> message = LoggedOnWorld().FindMessage(ObjectIdOf(arguments));
-    if (!message)
-        throw Failure(MAPI_E_NOT_FOUND);
+    mailbox::Mailbox& world = LoggedOnWorld();
+    const Asked asked = AskedFor(arguments);
+    const std::shared_ptr<mailbox::Message> message = world.FindMessage(asked.id);
+    CheckPlace(asked, message ? message->ParentFolder() : nullptr);
     return OpenItem(*message);
 }
 
@@ -97,7 +114,10 @@ ComPtr<FolderObject> GetSharedDefaultFolder(NameSpaceObject&, const Arguments& a
         throw InvalidValue();
     if (!recipient->Resolve())
         throw Failure(MAPI_E_NOT_FOUND);
-    return SpecialFolder(LoggedOnWorld().FindMailbox(*recipient->Entry()), number);
+    mailbox::Store* store = LoggedOnWorld().FindMailbox(*recipient->Entry());
+    if (store)
+        OpenStore(*store);
+    return SpecialFolder(store, number);
 }
 
 ComPtr<FoldersObject> TopFolders(NameSpaceObject&) {

@@ -9,6 +9,7 @@
 #include "standin/watch/Watch.h"
 
 #include <cstdio>
+#include <set>
 
 namespace standin::outlook {
 namespace {
@@ -18,6 +19,7 @@ struct State {
     std::unique_ptr<mailbox::Mailbox> world;
     bool hosted = false;
     bool loggedOn = false;
+    std::set<const mailbox::Store*> openStores;
 };
 
 State& TheState() {
@@ -89,8 +91,11 @@ mailbox::Mailbox& World() {
 }
 
 void SetWorld(std::unique_ptr<mailbox::Mailbox> world) {
-    TheState().world = std::move(world);
-    mapi::SetMailbox(TheState().world.get());
+    State& state = TheState();
+    state.loggedOn = false;
+    state.openStores.clear();
+    state.world = std::move(world);
+    mapi::SetMailbox(state.world.get());
 }
 
 void HostedByControl() {
@@ -105,16 +110,26 @@ void LogOn(const std::wstring& profile) {
     if (!profile.empty() && !World().HasProfile(profile))
         throw Failure(MAPI_E_FAILONEPROVIDER);
     Check(World().UseProfile(profile));
-    for (const auto& store : World().AllStores())
-        EnterKnownNames(store->Names());
+    for (mailbox::Store* store : World().ProfileStores())
+        OpenStore(*store);
     state.loggedOn = true;
 }
 
 void LogOff() {
     State& state = TheState();
     state.loggedOn = false;
+    state.openStores.clear();
     if (state.world)
         Check(state.world->UseProfile({}));
+}
+
+void OpenStore(mailbox::Store& store) {
+    if (TheState().openStores.insert(&store).second)
+        EnterKnownNames(store.Names());
+}
+
+bool IsOpen(const mailbox::Store& store) {
+    return TheState().openStores.contains(&store);
 }
 
 mailbox::Mailbox& LoggedOnWorld() {

@@ -27,7 +27,7 @@ int MajorVersion();
 /// the environment variable VARDEN_MAILBOX names, and is the sample world where there is none. Raises
 /// CO_E_SERVER_EXEC_FAILURE if that folder can't be opened; the reason goes to standard error.
 mailbox::Mailbox& World();
-/// Puts another world in place.
+/// Puts another world in place, in which nobody is logged on.
 void SetWorld(std::unique_ptr<mailbox::Mailbox> world);
 /// From now on the environment has no say.
 void HostedByControl();
@@ -37,6 +37,11 @@ void HostedByControl();
 /// refusal.
 void LogOn(const std::wstring& profile);
 void LogOff();
+/// The session has a store open from now on, until it ends, and Outlook's names are known in it (see
+/// EnterKnownNames). The stores of the profile are open as soon as it is logged on.
+void OpenStore(mailbox::Store& store);
+/// What isn't open in the session can't be reached by its entry id alone.
+bool IsOpen(const mailbox::Store& store);
 /// What members that need a session do first: Outlook logs on to the default profile by itself.
 mailbox::Mailbox& LoggedOnWorld();
 
