@@ -123,6 +123,11 @@ TEST_F(FilterTest, FindsWhatOutlookFinds) {
         {L"[LastModificationTime] >= '2/1/2025'", L"Say \"hi\"|"},
         {L"[LastModificationTime] = ''", L""},
         {L"[LastModificationTime] < '1/1/4501'", kAll},
+        // A time with seconds compares with nothing.
+        {L"[LastModificationTime] > '1/31/2025 3:30:00 PM'", L""},
+        {L"[LastModificationTime] <= '1/31/2025 3:30:45 PM'", L""},
+        {L"[LastModificationTime] <> '1/31/2025 15:30:45'", L""},
+        {L"@SQL=\"DAV:getlastmodified\" > '1/31/2025 3:30:00 PM'", L""},
         // Keywords: one of them.
         {L"[Categories] = 'blue'", L"It's|Say \"hi\"|"},
         {L"[Categories] <> 'Blue'", L"Alpha|beta||"},

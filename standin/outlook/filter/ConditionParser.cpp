@@ -59,7 +59,7 @@ struct Comparison final : Filter {
 
     bool Matches(const mailbox::MessageProperties& message) const override {
         const Comparable found = field.read(message);
-        if (found.IsNothing())
+        if (found.IsNothing() || value.IsNothing())
             return false;
         if (const auto* keywords = std::get_if<std::vector<std::wstring>>(&found.value))
             return MatchesOneOf(*keywords) == (comparison == Operator::Equal);

@@ -41,7 +41,8 @@ enum class Operator { Equal, NotEqual, Less, LessOrEqual, Greater, GreaterOrEqua
 
 /// The operator of a token; raises for one that is none.
 Operator OperatorOf(const Token& token);
-/// A field compared with a value. Raises for an operator that the field's type doesn't have.
+/// A field compared with a value; nothing fits one that is nothing. Raises for an operator that the field's
+/// type doesn't have.
 FilterPtr MakeComparison(Field field, Operator comparison, Comparable value);
 
 } // namespace standin::outlook

@@ -51,6 +51,12 @@ Comparable FlagLiteral(const Token& token) {
     return {row->truth};
 }
 
+/// Whether a time in the text has seconds, zero or not.
+bool HasSeconds(const std::wstring& text) {
+    return std::ranges::count(text, L':') > 1;
+}
+
+/// Nothing for a time with seconds.
 Comparable DateLiteral(const Token& token) {
     if (!IsQuoted(token))
         RaiseInvalidCondition();
@@ -58,7 +64,7 @@ Comparable DateLiteral(const Token& token) {
     if (!token.text.empty() &&
         FAILED(VarDateFromStr(const_cast<LPOLESTR>(token.text.c_str()), LOCALE_USER_DEFAULT, 0, &date)))
         RaiseInvalidCondition();
-    return {MinutesOf(date)};
+    return HasSeconds(token.text) ? Comparable() : Comparable{MinutesOf(date)};
 }
 
 Comparable ReadLiteral(const Token& token, FieldType type) {
