@@ -119,6 +119,8 @@ HRESULT Folder::CreateSubfolder(const FolderDescription& description, std::share
 }
 
 HRESULT Folder::Rename(const std::wstring& name) {
+    if (name.empty())
+        return MAPI_E_INVALID_PARAMETER;
     return m_parent ? MoveTo(*m_parent, name) : CheckMovable();
 }
 

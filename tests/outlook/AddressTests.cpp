@@ -112,6 +112,30 @@ TEST_F(AddressTest, RecipientsResolve) {
     EXPECT_EQ(NameSpace().TryCall(L"GetRecipientFromID", {Value(L"00")}).Status(), MAPI_E_INVALID_ENTRYID);
 }
 
+/// Each keeps its own row, whoever goes before it.
+TEST_F(AddressTest, RecipientsThatAreGoneAreNobodyElse) {
+    for (const wchar_t* list : {L"Recipients", L"ReplyRecipients"}) {
+        const Object mail = AddItem(DefaultFolder(kInbox), L"Reply to others");
+        const Object recipients = mail.Child(list);
+        for (const wchar_t* name : {L"Warehouse", L"Nobody", L"Back Office"})
+            recipients.Call(L"Add", {Value(name)});
+        const Object first = recipients.Child(L"Item", {Value(1)}),
+                     last = recipients.Child(L"Item", {Value(3)});
+        EXPECT_EQ(last.Call(L"Resolve"), Value(true));
+        first.Call(L"Delete");
+        EXPECT_EQ(first.TryCall(L"Delete").Status(), MAPI_E_NOT_FOUND) << list;
+        EXPECT_EQ(first.TryGet(L"Name").Status(), MAPI_E_NOT_FOUND) << list;
+        EXPECT_EQ(last.Text(L"Name"), L"Back Office") << list;
+        EXPECT_EQ(last.Number(L"Index"), 2) << list;
+        EXPECT_EQ(recipients.Child(L"Add", {Value(L"Warehouse")}).Number(L"Index"), 3) << list;
+        EXPECT_EQ(first.TryGet(L"Name").Status(), MAPI_E_NOT_FOUND)
+            << "the same person, another row: " << list;
+        mail.Child(list).Call(L"Remove", {Value(1)});
+        EXPECT_EQ(last.Number(L"Index"), 1) << "another list object of the same item: " << list;
+        EXPECT_EQ(recipients.Number(L"Count"), 2) << list;
+    }
+}
+
 TEST_F(AddressTest, TheCurrentUserIsTheMailboxOwner) {
     const Object user = NameSpace().Child(L"CurrentUser");
     EXPECT_EQ(user.Text(L"Name"), L"Front Desk");

@@ -108,6 +108,7 @@ TEST_F(FolderTest, FoldersAreRenamedMovedAndCopied) {
     AddItem(folder, L"Item");
     folder.Put(L"Name", Value(L"Orders"));
     folder.Put(L"Description", Value(L"What is to be done"));
+    EXPECT_EQ(folder.TryPut(L"Name", Value(L"")).Status(), E_INVALIDARG);
     EXPECT_EQ(folder.Text(L"FolderPath"), L"\\\\Front Desk\\Inbox\\Orders");
 
     const Object archive = NameSpace().Child(L"Folders", {Value(L"Archive")});

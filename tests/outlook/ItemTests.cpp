@@ -4,6 +4,7 @@
 #include "standin/mailbox/Tags.h"
 
 #include <filesystem>
+#include <limits>
 
 namespace outlook_tests {
 namespace {
@@ -266,6 +267,8 @@ TEST_F(ItemTest, ListsFollowTheirFolder) {
     EXPECT_EQ(items.TryCall(L"Sort", {Value(L"[Categories]")}).Status(), E_INVALIDARG);
     EXPECT_EQ(items.TryCall(L"SetColumns", {Value(L"Subject, Body")}).Status(), E_INVALIDARG);
     EXPECT_EQ(items.TryCall(L"SetColumns", {Value(L"Subject, Size")}).Status(), S_OK);
+    EXPECT_EQ(items.TryPut(L"IncludeRecurrences", Value(false)).Status(), S_OK);
+    EXPECT_EQ(items.TryPut(L"IncludeRecurrences", Value(true)).Status(), E_NOTIMPL);
 }
 
 TEST_F(ItemTest, ItemsAreReachedByPlaceAndBySubject) {
@@ -309,6 +312,40 @@ TEST_F(ItemTest, TemplatesMakeUnsavedItems) {
     EXPECT_TRUE(missing.description.starts_with(L"Cannot open file: " + path));
 }
 
+TEST_F(ItemTest, DatesOutsideOfOutlooksTimeAreRefused) {
+    constexpr double kFirst = -109115, kLast = 949875, kNone = 949998; // 1 April 1601, 31 August 4500
+    struct Row {
+        int itemType;
+        const wchar_t* member;
+    };
+    const Row rows[] = {
+        {0, L"DeferredDeliveryTime"}, {1, L"Start"}, {2, L"Birthday"}, {3, L"DueDate"}, {4, L"End"}};
+    for (const Row& row : rows) {
+        const Object item = DefaultFolder(kInbox).Child(L"Items").Child(L"Add", {Value(row.itemType)});
+        item.Put(row.member, Date(kLast));
+        for (const double bad : {kFirst - 1, kLast + 1, kNone - 0.5, kNone + 1, 1e300, -1e300,
+                                 std::numeric_limits<double>::quiet_NaN()})
+            EXPECT_EQ(item.TryPut(row.member, Date(bad)).Status(), E_INVALIDARG) << row.member << " " << bad;
+        EXPECT_EQ(item.Get(row.member), Date(kLast)) << row.member;
+    }
+    const Object task = DefaultFolder(kTasks).Child(L"Items").Child(L"Add");
+    task.Put(L"DueDate", Date(kFirst));
+    EXPECT_EQ(task.Get(L"DueDate"), Date(kFirst));
+    task.Put(L"DueDate", Date(kNone));
+    EXPECT_EQ(task.Get(L"DueDate"), Date(kNone));
+}
+
+TEST_F(ItemTest, AFieldHasOneTypeInItsFolder) {
+    mailbox::Folder& folder = *World().DefaultStore()->SpecialFolder(kInbox);
+    ASSERT_EQ(folder.SetUserFields({{L"Colour", 1}}), S_OK);
+    const Object fields = AddItem(DefaultFolder(kInbox), L"Painted").Child(L"UserProperties");
+    EXPECT_EQ(fields.TryCall(L"Add", {Value(L"colour"), Value(3)}).Status(), E_INVALIDARG);
+    EXPECT_EQ(fields.Number(L"Count"), 0);
+    fields.Call(L"Add", {Value(L"colour"), Value(1)});
+    EXPECT_EQ(fields.Number(L"Count"), 1);
+    EXPECT_EQ(folder.UserFields().size(), 1u);
+}
+
 TEST_F(ItemTest, WindowsCanBeClosedAtOnce) {
     Outlook().CloseWindowsAtOnce(true);
     const Object item = AddItem(DefaultFolder(kInbox), L"Shown");
@@ -330,6 +367,16 @@ TEST_F(ItemTest, PropertiesAreReachedBySchemaName) {
     accessor.Call(L"DeleteProperty", {Value(colour)});
     EXPECT_EQ(accessor.TryCall(L"DeleteProperty", {Value(colour)}).Status(), MAPI_E_NOT_FOUND);
     EXPECT_EQ(accessor.TryCall(L"GetProperty", {Value(L"Subject")}).Status(), E_INVALIDARG);
+    EXPECT_EQ(accessor.TryCall(L"SetProperty", {Value(subject), Value(12)}).Status(), DISP_E_TYPEMISMATCH)
+        << "nothing is converted";
+    EXPECT_EQ(accessor.TryCall(L"SetProperty", {Value(colour + L"/0x00000040"), Date(-200000)}).Status(),
+              DISP_E_TYPEMISMATCH)
+        << "before time began";
+    const std::wstring billing =
+        L"http://schemas.microsoft.com/mapi/id/{00062008-0000-0000-C000-000000000046}/8535001F";
+    accessor.Call(L"SetProperty", {Value(billing), Value(L"x")});
+    for (const std::wstring& builtIn : {subject, billing})
+        EXPECT_EQ(accessor.TryCall(L"DeleteProperty", {Value(builtIn)}).Status(), E_ACCESSDENIED) << builtIn;
     const _variant_t id =
         accessor.Call(L"GetProperty", {Value(L"http://schemas.microsoft.com/mapi/proptag/0x0FFF0102")});
     EXPECT_EQ(accessor.Call(L"BinaryToString", {id}), Value(item.Text(L"EntryID")));

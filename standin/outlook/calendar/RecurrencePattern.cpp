@@ -102,9 +102,8 @@ Date PatternStartDate(PatternObject& object) {
 
 /// The day of a date that a pattern can begin or end on.
 recurrence::Day DayIn(const Arguments& value) {
-    const Date date = value.Days(0);
-    constexpr double kFirstDay = -109205; // 1 January 1601
-    if (!(date.days >= kFirstDay) || date.days >= kNoDate.days)
+    const Date date = GivenDate(value);
+    if (date == kNoDate)
         throw InvalidValue();
     return recurrence::DayOf(MinuteOfDate(date));
 }
@@ -233,11 +232,20 @@ ComPtr<ExceptionsObject> Exceptions(PatternObject& object) {
     return Make<ExceptionsObject>(ComPtr<PatternObject>(&object));
 }
 
+/// Occurrences are those of the series as it is saved.
+void CheckSaved(PatternObject& object) {
+    const mailbox::OpenMessage& message = object.Item().Message();
+    const auto& saved = message.Saved();
+    if (message.IsNew() || !saved || ReadSeriesBytes(*saved) != ReadSeriesBytes(message))
+        throw Failure(E_FAIL, L"You must save the item before you can do this.");
+}
+
 /// Single tasks of a series can't be had.
 ComPtr<OccurrenceObject> GetOccurrence(PatternObject& object, const Arguments& arguments) {
     if (object.IsOfTask())
         throw Failure(MAPI_E_NO_SUPPORT);
     object.Series();
+    CheckSaved(object);
     const Zone zone = ZoneOfSeries(object.Item().Message());
     return OccurrenceAt(object.Item(), MinuteOf(zone, TimeOfLocal(arguments.Days(0))));
 }

@@ -13,7 +13,8 @@ class ItemObject : public Object {
 public:
     ItemObject(const ItemKind& kind, std::shared_ptr<mailbox::OpenMessage> message);
 
-    /// Raises MAPI_E_OBJECT_DELETED once the item was deleted or moved by this object.
+    /// Raises MAPI_E_OBJECT_DELETED once this object has let go of the item: it was moved or sent, or deleted
+    /// before it was ever saved.
     mailbox::OpenMessage& Message() const;
     const std::shared_ptr<mailbox::OpenMessage>& Shared() const;
     const ItemKind& ItemKindOf() const { return m_itemKind; }
@@ -25,8 +26,9 @@ public:
     void Save();
     /// Brings what follows from other properties up to date, as each save does.
     void Complete();
-    /// As users do: into Deleted Items, or for good from there. The object has no item afterwards, whether it
-    /// was ever saved or not.
+    /// As users do: into Deleted Items, or for good from there. The object shows a saved item as it was from
+    /// then on, its entry id among the rest: Outlook doesn't look into the store for what an open item holds
+    /// in memory. Saving and deleting it once more raise MAPI_E_OBJECT_DELETED.
     virtual void Delete();
     /// From now on this object has no item.
     void LetGo();

@@ -89,23 +89,17 @@ void SetColumns(ItemsObject& items, const Arguments& arguments) {
 void ResetColumns(ItemsObject&) {
 }
 
-bool IncludeRecurrences(ItemsObject& items) {
-    return items.includeRecurrences;
-}
-
-void SetIncludeRecurrences(ItemsObject& items, const Arguments& value) {
-    items.includeRecurrences = value.Flag(0);
+/// Lists have series as one item each.
+void SetIncludeRecurrences(ItemsObject&, const Arguments& value) {
+    if (value.Flag(0))
+        throw NotBuilt(L"IncludeRecurrences");
 }
 
 constexpr Row kRows[] = {
-    {L"Add", Get<Add>},
-    {L"Find", Get<Find>},
-    {L"FindNext", Get<FindNext>},
-    {L"IncludeRecurrences", Get<IncludeRecurrences>, Put<SetIncludeRecurrences>},
-    {L"Remove", Get<Remove>},
-    {L"ResetColumns", Get<ResetColumns>},
-    {L"Restrict", Get<Restrict>},
-    {L"SetColumns", Get<SetColumns>},
+    {L"Add", Get<Add>},           {L"Find", Get<Find>},
+    {L"FindNext", Get<FindNext>}, {L"IncludeRecurrences", Always<false>, Put<SetIncludeRecurrences>},
+    {L"Remove", Get<Remove>},     {L"ResetColumns", Get<ResetColumns>},
+    {L"Restrict", Get<Restrict>}, {L"SetColumns", Get<SetColumns>},
     {L"Sort", Get<Sort>},
 };
 

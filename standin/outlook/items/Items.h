@@ -29,8 +29,6 @@ public:
     _variant_t Find(MessageList::FilterPtr filter);
     _variant_t FindNext();
 
-    bool includeRecurrences = false;
-
 private:
     std::shared_ptr<mailbox::Folder> m_folder;
     MessageList m_list;

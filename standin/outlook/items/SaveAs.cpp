@@ -6,6 +6,7 @@
 #include "standin/mapi/Bodies.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <fstream>
 
 namespace standin::outlook {
@@ -50,6 +51,7 @@ void SaveItemAs(ItemObject& item, const Arguments& arguments) {
 }
 
 mailbox::Content ReadMsgFile(const std::wstring& path, mailbox::NamedProperties& names) {
+    CheckAbsolute(path);
     ComPtr<IStorage> storage;
     const HRESULT status =
         StgOpenStorage(path.c_str(), nullptr, STGM_READ | STGM_SHARE_DENY_WRITE, nullptr, 0, storage.Out());
@@ -63,7 +65,18 @@ mailbox::Content ReadMsgFile(const std::wstring& path, mailbox::NamedProperties&
     return content;
 }
 
+void CheckAbsolute(const std::wstring& path) {
+    if (!std::filesystem::path(path).is_absolute())
+        throw FileNotFound();
+}
+
+Failure FileNotFound() {
+    return {HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND),
+            L"Cannot find this file. Verify the path and file name are correct."};
+}
+
 void WriteOutFile(const std::wstring& path, std::span<const std::uint8_t> bytes) {
+    CheckAbsolute(path);
     std::ofstream file(path.c_str(), std::ios::binary | std::ios::trunc);
     file.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
     if (!file.flush())

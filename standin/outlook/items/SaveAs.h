@@ -10,8 +10,15 @@ namespace standin::outlook {
 void SaveItemAs(ItemObject& item, const Arguments& arguments);
 
 /// Reads an MSG file as content whose named properties have these names. Raises what the file system or the
-/// file answers.
+/// file answers; as CheckAbsolute.
 mailbox::Content ReadMsgFile(const std::wstring& path, mailbox::NamedProperties& names);
+
+/// Raises for a path that isn't absolute. Outlook is another process than its client: in its own current
+/// folder the client's files aren't.
+void CheckAbsolute(const std::wstring& path);
+
+/// What Outlook raises for a file that isn't there.
+Failure FileNotFound();
 
 /// Writes a file, in place of one that is there. Raises for a path that leads nowhere.
 void WriteOutFile(const std::wstring& path, std::span<const std::uint8_t> bytes);

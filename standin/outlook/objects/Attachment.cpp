@@ -124,7 +124,8 @@ std::wstring GetTemporaryFilePath(AttachmentObject& attachment) {
     const std::filesystem::path folder =
         std::filesystem::temp_directory_path() / mailbox::TextOfGuid(mailbox::NewGuid());
     std::filesystem::create_directory(folder);
-    std::wstring path = (folder / FileNameOf(*open)).wstring();
+    // A name that leads elsewhere leads nowhere: its last part counts.
+    std::wstring path = (folder / std::filesystem::path(FileNameOf(*open)).filename()).wstring();
     WriteOutFile(path, bytes);
     return path;
 }

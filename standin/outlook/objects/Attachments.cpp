@@ -60,10 +60,10 @@ std::wstring ShownName(const AttachmentNames& names) {
 
 /// Raises for a path that leads to no file, as Outlook does it.
 void CheckFile(const std::wstring& path) {
+    CheckAbsolute(path);
     const DWORD attributes = GetFileAttributesW(path.c_str());
     if (attributes == INVALID_FILE_ATTRIBUTES)
-        throw Failure(HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND),
-                      L"Cannot find this file. Verify the path and file name are correct.");
+        throw FileNotFound();
     if (attributes & FILE_ATTRIBUTE_DIRECTORY)
         throw Failure(E_ACCESSDENIED);
 }

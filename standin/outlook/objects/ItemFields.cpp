@@ -7,6 +7,7 @@
 #include "standin/outlook/items/PropertySets.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace standin::outlook {
 namespace {
@@ -24,16 +25,20 @@ const Member* FindMember(const ItemObject& item, std::wstring name) {
     return member && member->access != Access::Method ? member : nullptr;
 }
 
+/// The field of this name that the item's folder has.
+std::optional<mailbox::UserField> FindInFolder(const ItemObject& item, const std::wstring& name) {
+    const mailbox::Folder* folder = item.Message().ParentFolder();
+    const auto fields = folder ? folder->UserFields() : std::vector<mailbox::UserField>();
+    const auto found = std::ranges::find_if(
+        fields, [&](const mailbox::UserField& each) { return mailbox::SameIgnoringCase(each.name, name); });
+    return found == fields.end() ? std::nullopt : std::optional(*found);
+}
+
 void EnterInFolder(ItemObject& item, const FieldDefinition& definition) {
     mailbox::Folder* folder = item.Message().ParentFolder();
-    if (!folder)
+    if (!folder || FindInFolder(item, definition.name))
         return;
     std::vector<mailbox::UserField> fields = folder->UserFields();
-    const bool isKnown = std::ranges::any_of(fields, [&](const mailbox::UserField& each) {
-        return mailbox::SameIgnoringCase(each.name, definition.name);
-    });
-    if (isKnown)
-        return;
     fields.push_back({definition.name, definition.kind->number});
     Check(folder->SetUserFields(std::move(fields)));
 }
@@ -108,6 +113,9 @@ FieldName AddField(ItemObject& item, const std::wstring& name, std::int32_t type
             throw InvalidValue();
         return {found->name};
     }
+    const std::optional<mailbox::UserField> inFolder = FindInFolder(item, name);
+    if (inFolder && inFolder->type != type)
+        throw InvalidValue();
     definitions.push_back({.name = name, .kind = kind});
     WriteDefinitions(item.Message(), definitions);
     if (addToFolder)

@@ -76,7 +76,8 @@ private:
 // User-defined fields of an item, for both collections.
 
 /// Raises E_INVALIDARG for a type of which there are no fields, a name that can't be one or that one of the
-/// kind's own fields has, and a field that is there with another type. One with this type stays as it is.
+/// kind's own fields has, and a field that the item or its folder has with another type. One that the item
+/// has with this type stays as it is.
 FieldName AddField(ItemObject& item, const std::wstring& name, std::int32_t type, bool addToFolder);
 /// With its value.
 void RemoveField(ItemObject& item, const std::wstring& name);

@@ -5,8 +5,11 @@
 #include "standin/mailbox/Message.h"
 #include "standin/mapi/Bodies.h"
 #include "standin/outlook/items/Conversions.h"
+#include "standin/outlook/items/PropertySets.h"
 #include "standin/outlook/objects/PropertyValues.h"
 #include "standin/outlook/objects/SchemaNames.h"
+
+#include <algorithm>
 
 namespace standin::outlook {
 namespace {
@@ -37,7 +40,10 @@ _variant_t Read(PropertyAccessorObject& accessor, const std::wstring& name) {
 
 void Write(PropertyAccessorObject& accessor, const std::wstring& name, const VARIANT& variant) {
     const auto property = PropertyNamed(name);
-    std::optional<mailbox::Value> value = ValueOf(variant, mailbox::TypeOf(property->stored.tag));
+    const mailbox::PropertyType type = mailbox::TypeOf(property->stored.tag);
+    std::optional<mailbox::Value> value;
+    if (IsOfType(variant, type))
+        value = ValueOf(variant, type);
     if (!value)
         throw Failure(DISP_E_TYPEMISMATCH, L"Cannot convert value to the requested data type.");
     if (IsBodyOf(accessor.Properties(), property->stored.tag))
@@ -47,8 +53,19 @@ void Write(PropertyAccessorObject& accessor, const std::wstring& name, const VAR
     accessor.NoteChange();
 }
 
+/// Sets whose properties are Outlook's own.
+constexpr const GUID* kOwnSets[] = {&kPsAppointment, &kPsTask,   &kPsAddress, &kPsCommon,  &kPsLog, &kPsNote,
+                                    &kPsReport,      &kPsRemote, &kPsSharing, &kPsMeeting, &kPsMapi};
+
+bool IsBuiltIn(const SchemaProperty& property) {
+    return !property.stored.set ||
+           std::ranges::any_of(kOwnSets, [&](const GUID* set) { return *set == property.set; });
+}
+
 void Erase(PropertyAccessorObject& accessor, const std::wstring& name) {
     const auto property = PropertyNamed(name);
+    if (IsBuiltIn(*property))
+        throw Failure(E_ACCESSDENIED);
     const mailbox::PropertyTag tag = TagOf(accessor.Properties(), property->stored);
     Check(tag ? accessor.Properties().Erase(tag) : MAPI_E_NOT_FOUND);
     accessor.NoteChange();
@@ -126,12 +143,18 @@ _variant_t StringToBinary(PropertyAccessorObject&, const Arguments& arguments) {
     return ByteArray(*bytes);
 }
 
+Date DateIn(const Arguments& arguments) {
+    if (!HasTime(arguments.Days(0)))
+        throw InvalidValue();
+    return arguments.Days(0);
+}
+
 Date LocalTimeToUtc(PropertyAccessorObject&, const Arguments& arguments) {
-    return UtcDate(TimeOfLocal(arguments.Days(0)));
+    return UtcDate(TimeOfLocal(DateIn(arguments)));
 }
 
 Date UtcToLocalTime(PropertyAccessorObject&, const Arguments& arguments) {
-    return LocalDate(TimeOfUtc(arguments.Days(0)));
+    return LocalDate(TimeOfUtc(DateIn(arguments)));
 }
 
 constexpr Row kRows[] = {

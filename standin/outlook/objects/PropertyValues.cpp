@@ -77,7 +77,18 @@ std::optional<mailbox::Value> ValueOf(const VARIANT& value, mailbox::PropertyTyp
     _variant_t converted;
     if (row == std::end(kTypes) || FAILED(Convert(value, row->variant, LOCALE_USER_DEFAULT, converted)))
         return std::nullopt;
+    if (type == PT_SYSTIME && !HasTime({converted.date}))
+        return std::nullopt;
     return row->take(converted);
+}
+
+bool IsOfType(const VARIANT& value, mailbox::PropertyType type) {
+    if (type == PT_BINARY)
+        return value.vt == (VT_ARRAY | VT_UI1);
+    if (type == PT_MV_UNICODE)
+        return value.vt & VT_ARRAY;
+    const auto row = std::ranges::find(kTypes, type, &TypeRow::type);
+    return row != std::end(kTypes) && value.vt == row->variant;
 }
 
 _variant_t ByteArray(std::span<const std::uint8_t> bytes) {

@@ -14,6 +14,9 @@ _variant_t VariantOf(const mailbox::Value& value);
 /// The value as a property of this type. Nothing if it doesn't convert.
 std::optional<mailbox::Value> ValueOf(const VARIANT& value, mailbox::PropertyType type);
 
+/// Whether it has the type in which automation has properties of this type, without conversion.
+bool IsOfType(const VARIANT& value, mailbox::PropertyType type);
+
 /// Bytes as an array of VT_UI1, and back; nothing for another array.
 _variant_t ByteArray(std::span<const std::uint8_t> bytes);
 std::optional<mailbox::Bytes> BytesOfArray(const VARIANT& value);

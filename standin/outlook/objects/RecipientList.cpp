@@ -7,6 +7,7 @@
 #include "standin/outlook/session/Session.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace standin::outlook {
 namespace {
@@ -88,38 +89,66 @@ Bytes EntryIdOf(const PropertyBag& row) {
     return id ? *id : mailbox::MakeOneOffEntryId(row.GetOr<PR_DISPLAY_NAME_W>(L""), L"", L"");
 }
 
-/// Row ids are places.
+/// The message keeps no row ids. The list remembers whom it gave which.
 class ReplyRecipients final : public RecipientList {
 public:
     explicit ReplyRecipients(std::shared_ptr<OpenMessage> message) : m_message(std::move(message)) {}
 
     const RowList& Rows() const override {
+        Follow();
         m_rows.clear();
-        for (const Bytes& id : TakeEntryIds(m_message->Get<PR_REPLY_RECIPIENT_ENTRIES>().value_or(Bytes()))) {
-            m_rows.push_back(RowOf(id));
-            m_rows.back().Set<PR_ROWID>(static_cast<std::int32_t>(m_rows.size()));
+        for (const Person& person : m_people) {
+            m_rows.push_back(RowOf(person.entryId));
+            m_rows.back().Set<PR_ROWID>(static_cast<std::int32_t>(person.rowId));
         }
         return m_rows;
     }
     std::uint32_t Add(PropertyBag row) override {
         RowList rows = Rows();
+        m_people.push_back({++m_lastRowId, EntryIdOf(row)});
         rows.push_back(std::move(row));
         Write(rows);
-        return static_cast<std::uint32_t>(rows.size());
+        return m_lastRowId;
     }
     void Replace(std::uint32_t rowId, PropertyBag row) override {
         RowList rows = Rows();
-        rows.at(rowId - 1) = std::move(row);
+        const std::size_t place = PlaceOf(rowId);
+        m_people[place].entryId = EntryIdOf(row);
+        rows[place] = std::move(row);
         Write(rows);
     }
     void Remove(std::uint32_t rowId) override {
         RowList rows = Rows();
-        rows.erase(rows.begin() + static_cast<std::ptrdiff_t>(rowId) - 1);
+        const auto place = static_cast<std::ptrdiff_t>(PlaceOf(rowId));
+        m_people.erase(m_people.begin() + place);
+        rows.erase(rows.begin() + place);
         Write(rows);
     }
     mailbox::NamedProperties& Names() const override { return m_message->Names(); }
 
 private:
+    struct Person {
+        std::uint32_t rowId = 0;
+        Bytes entryId;
+    };
+
+    /// Takes over what others have written: whom they left in the message keeps his row id.
+    void Follow() const {
+        std::vector<Person> before = std::exchange(m_people, {});
+        for (Bytes& id : TakeEntryIds(m_message->Get<PR_REPLY_RECIPIENT_ENTRIES>().value_or(Bytes()))) {
+            const auto same = std::ranges::find(before, id, &Person::entryId);
+            const bool isNew = same == before.end();
+            m_people.push_back({isNew ? ++m_lastRowId : same->rowId, std::move(id)});
+            if (!isNew)
+                before.erase(same);
+        }
+    }
+    std::size_t PlaceOf(std::uint32_t rowId) const {
+        const auto person = std::ranges::find(m_people, rowId, &Person::rowId);
+        if (person == m_people.end())
+            throw Failure(MAPI_E_NOT_FOUND);
+        return static_cast<std::size_t>(person - m_people.begin());
+    }
     void Write(const RowList& rows) {
         std::vector<Bytes> ids;
         std::wstring names;
@@ -132,6 +161,8 @@ private:
     }
 
     std::shared_ptr<OpenMessage> m_message;
+    mutable std::vector<Person> m_people; // in the order of the message
+    mutable std::uint32_t m_lastRowId = 0;
     mutable RowList m_rows;
 };
 

@@ -46,6 +46,21 @@ TEST_F(OccurrenceTest, AnOccurrenceIsAsItsSeriesAtItsOwnTime) {
     EXPECT_EQ(PatternAnew().Child(L"Exceptions").Number(L"Count"), 0) << "nothing was changed";
 }
 
+TEST_F(OccurrenceTest, OccurrencesAreThoseOfTheSavedSeries) {
+    const Object item = NewAppointment(At(2026, 3, 2, 9), 30);
+    const Object pattern = item.Child(L"GetRecurrencePattern");
+    const auto open = [&] { return pattern.TryCall(L"GetOccurrence", {At(2026, 3, 9, 9)}).Status(); };
+    EXPECT_EQ(open(), E_FAIL) << "never saved";
+    item.Call(L"Save");
+    EXPECT_EQ(open(), S_OK);
+    pattern.Put(L"Occurrences", Value(4));
+    EXPECT_EQ(open(), E_FAIL) << "another pattern";
+    item.Call(L"Save");
+    EXPECT_EQ(open(), S_OK);
+    item.Put(L"Subject", Value(L"Else"));
+    EXPECT_EQ(open(), S_OK) << "the pattern is as it was";
+}
+
 TEST_F(OccurrenceTest, DatesWithoutAnOccurrenceAreRefused) {
     const Object pattern = NewSeries().Child(L"GetRecurrencePattern");
     for (const _variant_t& date : {At(2026, 3, 3, 9), At(2026, 3, 2, 10), At(2026, 3, 2), At(2026, 2, 23, 9),

@@ -3,6 +3,7 @@
 #include "standin/mailbox/Tags.h"
 #include "standin/outlook/items/Item.h"
 #include "standin/outlook/items/ItemRows.h"
+#include "standin/outlook/items/SaveAs.h"
 #include "standin/outlook/items/contacts/ContactTopics.h"
 #include "standin/outlook/objects/Attachments.h"
 
@@ -41,10 +42,10 @@ void RemovePicture(ItemObject& item) {
 
 /// In place of the one that is there. The file is kept as it is, also if it is no JPEG.
 void AddPicture(ItemObject& item, const Arguments& arguments) {
+    CheckAbsolute(arguments.Text(0));
     Bytes file;
     if (FAILED(mailbox::ReadWholeFile(mailbox::LongPath(arguments.Text(0)), file)))
-        throw Failure(HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND),
-                      L"Cannot find this file. Verify the path and file name are correct.");
+        throw FileNotFound();
     if (!IsPicture(file))
         throw InvalidValue();
     RemovePicture(item);
