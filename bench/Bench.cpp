@@ -1,0 +1,100 @@
+// The plug-in's mailbox and watch, memory, the table's rows.
+#include "Bench.h"
+
+#include "Script.h"
+
+#include <windows.h>
+
+#include <psapi.h>
+
+#include <chrono>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <stdexcept>
+#include <vector>
+
+namespace varden::bench {
+
+namespace {
+
+using standin::Side;
+
+PROCESS_MEMORY_COUNTERS_EX MemoryCounters() {
+    PROCESS_MEMORY_COUNTERS_EX counters{};
+    counters.cb = sizeof counters;
+    GetProcessMemoryInfo(GetCurrentProcess(), reinterpret_cast<PROCESS_MEMORY_COUNTERS*>(&counters),
+                         sizeof counters);
+    return counters;
+}
+
+} // namespace
+
+Bench::Bench() : m_plugin(m_watch) {
+    Outlook().Reset();
+    Outlook().CloseWindowsAtOnce(true);
+}
+
+std::wstring Bench::KeepOnDisk() {
+    std::wstring folder = (std::filesystem::temp_directory_path() / L"varden-bench-mailbox").wstring();
+    std::filesystem::remove_all(folder);
+    if (!Outlook().OpenMailbox(folder).ok) {
+        throw std::runtime_error("the mailbox folder can't be made");
+    }
+    return folder;
+}
+
+Cost Bench::Measure(double roundTrip, const std::function<int()>& work) {
+    m_watch.Reset();
+    m_watch.SetRoundTrip(roundTrip);
+    const auto start = std::chrono::steady_clock::now();
+    const int records = work();
+    const std::chrono::duration<double, std::micro> taken = std::chrono::steady_clock::now() - start;
+    m_watch.SetRoundTrip(0);
+    const double calls = static_cast<double>(m_watch.Calls(Side::Outlook) + m_watch.Calls(Side::Mapi));
+    return {taken.count() / records, calls / records};
+}
+
+void Bench::Compare(double roundTrip, const std::function<int()>& direct,
+                    const std::function<int()>& plugin) {
+    const Cost limit = Measure(roundTrip, direct);
+    PrintCost("C++ client (the limit)", limit, limit);
+    PrintCost("plug-in", Measure(roundTrip, plugin), limit);
+}
+
+void PrintCost(const char* client, const Cost& cost, const Cost& limit) {
+    std::printf("  %-28s %10.1f us %8.2f calls   time x %.2f, calls x %.2f\n", client, cost.microseconds,
+                cost.calls, cost.microseconds / limit.microseconds, cost.calls / limit.calls);
+}
+
+void PrintScript(const wchar_t* name, const std::wstring& mailbox, double roundTrip, const Cost& limit) {
+    const ScriptResult script = RunScript(name, mailbox, roundTrip);
+    PrintCost("VBScript",
+              {script.seconds * 1e6 / script.records, static_cast<double>(script.calls) / script.records},
+              limit);
+}
+
+std::wstring FileOf(std::size_t bytes) {
+    std::wstring path = (std::filesystem::temp_directory_path() / L"varden-bench-file.bin").wstring();
+    std::vector<char> block(64 * 1024);
+    for (std::size_t i = 0; i < block.size(); ++i) {
+        block[i] = static_cast<char>(i * 31 + i / 251);
+    }
+    std::ofstream file(path.c_str(), std::ios::binary);
+    for (std::size_t left = bytes; left > 0;) {
+        const std::size_t part = std::min(left, block.size());
+        file.write(block.data(), static_cast<std::streamsize>(part));
+        left -= part;
+    }
+    return path;
+}
+
+std::size_t PeakBytes() {
+    return MemoryCounters().PeakWorkingSetSize;
+}
+
+std::size_t PrivateBytes() {
+    return MemoryCounters().PrivateUsage;
+}
+
+} // namespace varden::bench

@@ -1,0 +1,57 @@
+// One benchmark: a plug-in on a fresh mailbox, what its work costs, and the table's rows.
+#pragma once
+
+#include "PluginClient.h"
+
+#include "standin/mailbox/Mailbox.h"
+#include "standin/outlook/Control.h"
+
+#include <functional>
+#include <string>
+
+namespace varden::bench {
+
+/// What a stretch of work took.
+struct Cost {
+    double microseconds = 0; ///< per record
+    double calls = 0;        ///< into Outlook and MAPI, per record
+};
+
+/// A plug-in, logged on, and its watch, on the sample mailbox.
+class Bench {
+public:
+    Bench();
+
+    /// Keeps the mailbox in a folder from now on, and gives its path.
+    std::wstring KeepOnDisk();
+
+    standin::outlook::Control& Outlook() { return *m_plugin.Host().Outlook(); }
+    standin::mailbox::Mailbox& World() { return Outlook().World(); }
+    PluginClient& Plugin() { return m_plugin; }
+    standin::Recorder& Watch() { return m_watch; }
+
+    /// Runs the work, which gives the count of its records, with each call at least this many microseconds
+    /// long.
+    Cost Measure(double roundTrip, const std::function<int()>& work);
+    /// Both clients' rows, beside each other.
+    void Compare(double roundTrip, const std::function<int()>& direct, const std::function<int()>& plugin);
+
+private:
+    standin::Recorder m_watch;
+    PluginClient m_plugin;
+};
+
+/// A row of the table: the cost, and its ratios to the limit.
+void PrintCost(const char* client, const Cost& cost, const Cost& limit);
+
+/// The script in bench/, run by Windows' script host on the mailbox folder.
+void PrintScript(const wchar_t* name, const std::wstring& mailbox, double roundTrip, const Cost& limit);
+
+/// Writes a file of this many bytes into the system's folder for such, and gives its path.
+std::wstring FileOf(std::size_t bytes);
+
+/// The process's most memory so far, in bytes.
+std::size_t PeakBytes();
+std::size_t PrivateBytes();
+
+} // namespace varden::bench

@@ -1,0 +1,78 @@
+// Contacts and lists.
+#include "Bench.h"
+#include "DirectClient.h"
+#include "Jobs.h"
+#include "Mailbox.h"
+#include "OtherProcess.h"
+
+#include <cstdio>
+
+namespace varden::bench {
+
+void MeasureWrite() {
+    constexpr int kContacts = 2'000;
+    Bench bench;
+    const std::wstring mailbox = bench.KeepOnDisk();
+    bench.Plugin().LogOn();
+    const double roundTrip = MeasureRoundTrip();
+    std::printf("write: %d contacts, twenty fields each, saved to disk\n"
+                "  a call to another process: %.1f us\n",
+                kContacts, roundTrip);
+    DirectClient direct;
+    const Cost limit = bench.Measure(roundTrip, [&] { return direct.WriteContacts(kContacts); });
+    PrintCost("C++ client (the limit)", limit, limit);
+    PrintCost("plug-in", bench.Measure(roundTrip, [&] { return bench.Plugin().WriteContacts(kContacts); }),
+              limit);
+    PrintScript(L"write.vbs", mailbox, roundTrip, limit);
+}
+
+void MeasureDelete() {
+    std::printf("delete: VARD_DeleteAllRecords by the count of records\n");
+    for (const int mails : {1'000, 2'000, 4'000}) {
+        Bench bench;
+        AddMails(FolderNamed(bench.World(), L"Inbox"), mails);
+        bench.Plugin().LogOn();
+        bench.Plugin().Call(L"VARD_OpenFolder", {L"/Inbox"});
+        const Cost cost = bench.Measure(0, [&] {
+            bench.Plugin().Call(L"VARD_DeleteAllRecords", {L"no"});
+            return mails;
+        });
+        std::printf("  %6d mails %10.1f us %8.3f calls a record\n", mails, cost.microseconds, cost.calls);
+    }
+}
+
+void MeasureCustom() {
+    constexpr int kContacts = 1'000;
+    Bench bench;
+    bench.Plugin().LogOn();
+    const double roundTrip = MeasureRoundTrip();
+    std::printf("custom: %d contacts, ten custom fields each\n", kContacts);
+    DirectClient direct;
+    direct.WriteCustomFields(1); // enters the fields in the folder's list
+    bench.Compare(
+        roundTrip, [&] { return direct.WriteCustomFields(kContacts); },
+        [&] { return bench.Plugin().WriteCustomFields(kContacts); });
+}
+
+void MeasureMembers() {
+    constexpr int kMembers = 1'000;
+    Bench bench;
+    PluginClient& plugin = bench.Plugin();
+    plugin.LogOn();
+    plugin.Call(L"VARD_OpenFolder", {L"/Contacts"});
+    plugin.Call(L"VARD_NewRecord", {L"Distribution List"});
+    std::printf("members: added to a distribution list\n");
+    for (int i = 1; i <= kMembers; ++i) {
+        const std::wstring name = L"Customer " + std::to_wstring(i);
+        const Cost cost = bench.Measure(0, [&] {
+            plugin.Call(L"VARD_AddOneOffMember",
+                        {name, L"c" + std::to_wstring(i) + L"@example.com", L"SMTP"});
+            return 1;
+        });
+        if (i <= 2 || i == kMembers) {
+            std::printf("  member %4d %10.1f us %8.0f calls\n", i, cost.microseconds, cost.calls);
+        }
+    }
+}
+
+} // namespace varden::bench

@@ -1,0 +1,141 @@
+// Mails read and sent, attachments.
+#include "Bench.h"
+#include "DirectClient.h"
+#include "Jobs.h"
+#include "Mailbox.h"
+#include "OtherProcess.h"
+
+#include <windows.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <filesystem>
+
+namespace varden::bench {
+
+namespace {
+
+/// Microseconds that the input hooks of one script function cost: the system's own work, which every function
+/// pays for.
+double MeasureHooks() {
+    constexpr int kRounds = 1000;
+    const HOOKPROC pass = [](int code, WPARAM w, LPARAM l) { return CallNextHookEx(nullptr, code, w, l); };
+    const auto start = std::chrono::steady_clock::now();
+    const HMODULE module = GetModuleHandleW(nullptr);
+    for (int i = 0; i < kRounds; ++i) {
+        const HHOOK keyboard = SetWindowsHookExW(WH_KEYBOARD, pass, nullptr, GetCurrentThreadId());
+        const HHOOK mouse = SetWindowsHookExW(WH_MOUSE, pass, module, GetCurrentThreadId());
+        UnhookWindowsHookEx(keyboard);
+        UnhookWindowsHookEx(mouse);
+    }
+    const std::chrono::duration<double, std::micro> taken = std::chrono::steady_clock::now() - start;
+    return taken.count() / kRounds;
+}
+
+} // namespace
+
+void MeasureWalk() {
+    constexpr int kMails = 10'000;
+    constexpr int kHookedCalls = 6; // a step and five fields
+    Bench bench;
+    const std::wstring mailbox = bench.KeepOnDisk();
+    AddMails(FolderNamed(bench.World(), L"Inbox"), kMails);
+    bench.Plugin().LogOn();
+    const double roundTrip = MeasureRoundTrip(), hooks = MeasureHooks();
+    std::printf("walk: %d mails, five fields each\n"
+                "  a call to another process here: %.1f us; the input hooks of a script function: %.1f us\n",
+                kMails, roundTrip, hooks);
+    DirectClient direct;
+    for (const double latency : {roundTrip, 0.0}) {
+        std::printf(" each call %s\n", latency > 0 ? "as long as one to another process" : "in this process");
+        const Cost limit = bench.Measure(latency, [&] { return direct.WalkInbox(); });
+        const Cost plugin = bench.Measure(latency, [&] { return bench.Plugin().WalkInbox(); });
+        PrintCost("C++ client (the limit)", limit, limit);
+        PrintCost("plug-in", plugin, limit);
+        PrintCost("plug-in less its hooks", {plugin.microseconds - kHookedCalls * hooks, plugin.calls},
+                  limit);
+        PrintScript(L"walk.vbs", mailbox, latency, limit);
+    }
+}
+
+void MeasureGrowth() {
+    std::printf("growth: the walk by the size of the Inbox\n");
+    Cost first;
+    for (const int mails : {1'000, 10'000, 50'000}) {
+        Bench bench;
+        AddMails(FolderNamed(bench.World(), L"Inbox"), mails);
+        bench.Plugin().LogOn();
+        const Cost cost = bench.Measure(0, [&] { return bench.Plugin().WalkInbox(); });
+        first = first.calls > 0 ? first : cost;
+        std::printf("  %6d mails %10.1f us %8.3f calls   time x %.2f\n", mails, cost.microseconds, cost.calls,
+                    cost.microseconds / first.microseconds);
+    }
+    constexpr int kFolders = 10'000;
+    Bench bench;
+    AddSubfolders(FolderNamed(bench.World(), L"Inbox"), kFolders);
+    bench.Plugin().LogOn();
+    const Cost cost = bench.Measure(0, [&] {
+        bench.Plugin().Call(L"VARD_GetFirstFolder");
+        return kFolders;
+    });
+    std::printf("  %6d folders, VARD_GetFirstFolder: %.1f us, %.3f calls a folder\n", kFolders,
+                cost.microseconds, cost.calls);
+}
+
+void MeasureSend() {
+    constexpr int kMails = 500;
+    constexpr std::size_t kAttachment = 100 * 1024;
+    Bench bench;
+    bench.KeepOnDisk();
+    bench.Plugin().LogOn();
+    const std::wstring file = FileOf(kAttachment);
+    DirectClient direct;
+    std::printf("send: %d mails with an attachment of 100 KiB, kept on disk\n", kMails);
+    const double roundTrip = MeasureRoundTrip();
+    direct.SendMails(1, file);
+    bench.Plugin().SendMails(1, file);
+    bench.Compare(
+        roundTrip, [&] { return direct.SendMails(kMails, file); },
+        [&] { return bench.Plugin().SendMails(kMails, file); });
+}
+
+/// Each client's best of some rounds, since the disk's speed varies more than the clients do.
+void MeasureAttachment() {
+    constexpr int kRounds = 5;
+    constexpr std::size_t kAttachment = 100 * 1024 * 1024;
+    Bench bench;
+    PluginClient& plugin = bench.Plugin();
+    plugin.LogOn();
+    plugin.Call(L"VARD_OpenFolder", {L"/Drafts"});
+    plugin.Call(L"VARD_NewRecord", {L"Mail"});
+    plugin.Call(L"VARD_AddAttachment", {FileOf(kAttachment), L"large"});
+    const std::wstring id = plugin.Call(L"VARD_SaveRecord", {L"DontSend"});
+    plugin.Call(L"VARD_OpenRecord", {id});
+    const std::filesystem::path target = std::filesystem::temp_directory_path() / L"varden-bench-copy.bin";
+    DirectClient direct;
+    const std::size_t before = PeakBytes();
+    Cost limit, cost;
+    std::size_t peakOfDirect = 0;
+    for (int i = 0; i < kRounds; ++i) {
+        const Cost round = bench.Measure(0, [&] { return direct.SaveAttachment(target.string()); });
+        limit = i == 0 || round.microseconds < limit.microseconds ? round : limit;
+    }
+    peakOfDirect = PeakBytes();
+    for (int i = 0; i < kRounds; ++i) {
+        const Cost round = bench.Measure(0, [&] {
+            plugin.Call(L"VARD_SaveAttachment", {target.wstring(), L"1"});
+            return 1;
+        });
+        cost = i == 0 || round.microseconds < cost.microseconds ? round : cost;
+    }
+    std::printf("attachment: 100 MiB saved to a file\n");
+    PrintCost("C++ client (the limit)", limit, limit);
+    PrintCost("plug-in", cost, limit);
+    std::printf("  the most memory: %.1f MiB more for the C++ client, then %.1f MiB more for the plug-in\n",
+                static_cast<double>(peakOfDirect - before) / (1024 * 1024),
+                static_cast<double>(PeakBytes() - peakOfDirect) / (1024 * 1024));
+    std::filesystem::remove(target);
+}
+
+} // namespace varden::bench
