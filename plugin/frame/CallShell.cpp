@@ -120,7 +120,7 @@ public:
             LogLine(m_row.detail->hasValue);
         }
         for (std::size_t i = 0; i < arguments.size(); ++i) {
-            const ArgumentRow& row = m_row.arguments[i];
+            const ArgumentRow& row = m_row.arguments[std::min(i, std::size(m_row.arguments) - 1)];
             if (arguments[i].present) {
                 SessionLog()->LogParam(row.logName, LoggedValue(row, arguments[i]));
             }
@@ -128,14 +128,34 @@ public:
     }
 
     void Detail(const wchar_t* line) const {
-        if (m_row.detail && line) {
+        if (m_row.detail) {
             LogLine(line);
+        }
+    }
+
+    void BeforeCall() const {
+        if (m_row.detail) {
+            LogLine(m_row.detail->before);
+        }
+    }
+
+    void AfterCall() const {
+        if (m_row.detail) {
+            LogLine(m_row.detail->after);
         }
     }
 
     void HooksDetail(const wchar_t* line) const {
         if (m_row.detail && m_row.detail->tellsHooks) {
             LogLine(line);
+        }
+    }
+
+    void Caught(const wchar_t* line, const std::wstring& message) const {
+        if (IsOn()) {
+            SessionLog()->SetLevel(kFunctionLevel);
+            SessionLog()->WriteLine(line);
+            SessionLog()->WriteLine(message);
         }
     }
 
@@ -161,28 +181,23 @@ private:
     const FunctionRow& m_row;
 };
 
-void LogCaught(const wchar_t* line, const std::wstring& message) {
-    if (SessionLog()) {
-        SessionLog()->SetLevel(kFunctionLevel);
-        SessionLog()->WriteLine(line);
-        SessionLog()->WriteLine(message);
-    }
-}
-
 /// The engine call under guard. A caught exception replaces fields of the last error one by one: the code of
 /// a COM failure stays what it was, 0 as a rule, and the extra text of any other exception stays too.
-std::wstring GuardedCall(const FunctionRow& row, const Arguments& arguments) {
+std::wstring GuardedCall(const FunctionRow& row, const Arguments& arguments, const FunctionLog& log) {
     LastErrorRecord& record = LastError();
     try {
-        return row.call(arguments);
+        log.BeforeCall();
+        std::wstring answer = row.call(arguments);
+        log.AfterCall();
+        return answer;
     } catch (const _com_error& caught) {
         record.extra = L"";
         record.message = ComErrorText(caught);
-        LogCaught(L"COM ERROR CAUGHT", *record.message);
+        log.Caught(L"COM ERROR CAUGHT", *record.message);
     } catch (...) {
         record.code = error::kUnhandledException;
         record.message = L"Unhandled exception in function";
-        LogCaught(L"UNKKNOWNEXCEPTION CAUGHT", *record.message);
+        log.Caught(L"UNKKNOWNEXCEPTION CAUGHT", *record.message);
     }
     return kErrorText;
 }
@@ -214,6 +229,10 @@ std::int16_t RunFunction(const FunctionRow& row, const host::DataVect* vector, h
     if (!text) {
         return 0;
     }
+    if (!IsStarted()) { // a function that the host still lists behind Shutdown
+        StoreResult(kErrorText, *text, result);
+        return 0;
+    }
     const FunctionLog log(row);
     log.BeginDetailed();
     if (!row.handler.Lets(host::DataVectSize(vector))) {
@@ -232,14 +251,8 @@ std::int16_t RunFunction(const FunctionRow& row, const host::DataVect* vector, h
     log.BeginPlain();
     log.Parameters(arguments);
 
-    if (row.detail) {
-        log.Detail(row.detail->before);
-    }
     const std::wstring answer =
-        (row.traits & kGuarded) != 0 ? GuardedCall(row, arguments) : row.call(arguments);
-    if (row.detail) {
-        log.Detail(row.detail->after);
-    }
+        (row.traits & kGuarded) != 0 ? GuardedCall(row, arguments, log) : row.call(arguments);
     if ((row.traits & kNoResult) == 0) {
         StoreResult(answer, *text, result);
     }

@@ -11,6 +11,8 @@
 
 #include <ctime>
 #include <exception>
+#include <optional>
+#include <utility>
 
 namespace varden {
 
@@ -26,6 +28,9 @@ constexpr std::int16_t kNewestHost = 255;
 constexpr std::int32_t kDoNotLoad = -1;
 /// The interface version that Init answers.
 constexpr std::int32_t kInterfaceVersion = 53;
+
+/// Whether this library has an apartment to give back.
+bool g_hasApartment = false;
 
 /// All functions show in all of the host's calculation dialogs and may be evaluated on a server.
 constexpr std::uint32_t kFunctionFlags = 0xFF01;
@@ -44,35 +49,40 @@ std::wstring LoadText(UINT row) {
     return buffer;
 }
 
-/// Enters one function in the host's list. Its name is the prototype up to the first parenthesis.
-void RegisterFunction(const host::PluginId& pluginId, const FunctionRow& row, host::OwnedText& name,
-                      host::OwnedText& prototype, const host::OwnedText& parenthesis) {
-    const std::wstring text = LoadText(static_cast<UINT>(row.id));
-    name.Assign(text.c_str());
-    const std::int32_t end = name.Find(parenthesis, 0);
-    const auto length = static_cast<std::int32_t>(text.size());
-    if (end >= 0 && end < length) {
-        name.Delete(end, length - end);
-    }
-    prototype.Assign(LoadText(static_cast<UINT>(row.id)).c_str());
-    pluginId.Register(row.id, name, prototype, row.host.minimum, row.host.maximum, kFunctionFlags,
-                      HandlerOf(row));
-}
+/// Enters functions in the host's list.
+class Registrar {
+public:
+    Registrar() { m_parenthesis.Assign(L"("); }
 
-void RegisterFunctions() {
-    const host::PluginId pluginId;
-    host::OwnedText name;
-    host::OwnedText prototype;
-    host::OwnedText parenthesis;
-    parenthesis.Assign(L"(");
-    for (const FunctionRow& row : RegisteredFunctions()) {
-        RegisterFunction(pluginId, row, name, prototype, parenthesis);
+    /// The name is the prototype up to the first parenthesis. A function that the host doesn't take is left
+    /// out.
+    void Register(const FunctionRow& row) {
+        try {
+            const std::wstring text = LoadText(static_cast<UINT>(row.id));
+            m_name.Assign(text.c_str());
+            const std::int32_t end = m_name.Find(m_parenthesis, 0);
+            const auto length = static_cast<std::int32_t>(text.size());
+            if (end >= 0 && end < length) {
+                m_name.Delete(end, length - end);
+            }
+            m_prototype.Assign(LoadText(static_cast<UINT>(row.id)).c_str());
+            m_pluginId.Register(row.id, m_name, m_prototype, row.host.minimum, row.host.maximum,
+                                kFunctionFlags, HandlerOf(row));
+        } catch (const std::exception&) {
+            return;
+        }
     }
-}
+
+private:
+    host::PluginId m_pluginId;
+    host::OwnedText m_name;
+    host::OwnedText m_prototype;
+    host::OwnedText m_parenthesis;
+};
 
 void StartUp() {
     CheckMapiProxyRegistration();
-    OleInitialize(nullptr);
+    g_hasApartment = SUCCEEDED(OleInitialize(nullptr));
     InstallMessageFilter();
     // A second Init without a Shutdown makes new objects and leaves the old ones as they are.
     ProcessObjects& process = Process();
@@ -88,23 +98,36 @@ std::int32_t Init(std::int16_t hostVersion) {
     if (hostVersion < kOldestHost || hostVersion > kNewestHost) {
         return kDoNotLoad;
     }
+    std::optional<Registrar> registrar;
     try {
-        RegisterFunctions();
+        registrar.emplace();
     } catch (const std::exception&) {
         return kDoNotLoad; // the host could not make the texts that the functions are entered with
+    }
+    for (const FunctionRow& row : RegisteredFunctions()) {
+        registrar->Register(row);
     }
     StartUp();
     return kInterfaceVersion;
 }
 
-void UnregisterFunctions() {
-    const host::PluginId pluginId;
+/// None when the host can't make one.
+std::optional<host::PluginId> MakePluginId() {
+    try {
+        return std::optional<host::PluginId>(std::in_place);
+    } catch (const std::exception&) {
+        return std::nullopt;
+    }
+}
+
+void UnregisterFunctions(const host::PluginId& pluginId) {
     for (std::int16_t id = kFirstUnregistered; id <= kLastUnregistered; ++id) {
         pluginId.Unregister(id);
     }
 }
 
 void Shutdown() {
+    const std::optional<host::PluginId> pluginId = MakePluginId();
     ProcessObjects& process = Process();
     if (process.m_objFuncs) {
         process.m_objFuncs->LogoffSession();
@@ -113,8 +136,12 @@ void Shutdown() {
     process.lastError.reset();
     SessionLog().reset();
     RemoveMessageFilter();
-    OleUninitialize();
-    UnregisterFunctions();
+    if (std::exchange(g_hasApartment, false)) {
+        OleUninitialize();
+    }
+    if (pluginId) {
+        UnregisterFunctions(*pluginId);
+    }
 }
 
 /// Writes the text of a string id into the host's buffer.
@@ -149,6 +176,10 @@ void Dispatch(ParameterBlock& block) {
 ProcessObjects& Process() {
     static auto& objects = *new ProcessObjects;
     return objects;
+}
+
+bool IsStarted() {
+    return Process().m_objFuncs != nullptr;
 }
 
 COutlookFuncs& Engine() {

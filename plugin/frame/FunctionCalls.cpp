@@ -27,7 +27,7 @@ std::wstring WithoutSeconds(const ScriptText& timeStamp) {
     const std::wstring& text = timeStamp.value(); // an empty argument has no value to shorten: raises
     constexpr std::size_t secondsWidth = 2;
     const std::size_t first = text.find(L':');
-    const std::size_t second = first == std::wstring::npos ? first : text.find(L':', first + 2);
+    const std::size_t second = first == std::wstring::npos ? first : text.find(L':', first + 1);
     if (second == std::wstring::npos) {
         return text;
     }
@@ -116,7 +116,7 @@ std::wstring CallSearch(const Arguments& arguments) {
     for (const Argument& argument : arguments) {
         timeStamps.push_back(WithoutSeconds(argument.text));
     }
-    return timeStamps.empty() ? L"-3" : Engine().Search(timeStamps.front());
+    return Engine().Search(timeStamps.front());
 }
 
 std::wstring CallSendMail(const Arguments& arguments) {

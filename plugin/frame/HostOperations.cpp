@@ -156,7 +156,8 @@ void PluginId::Register(std::int16_t id, const OwnedText& name, const OwnedText&
 }
 
 void PluginId::Unregister(std::int16_t id) const {
-    Checked(FM_ExprEnv_UnRegisterExternalFunction, static_cast<const QuadChar*>(m_id), id);
+    ErrorRecord record; // a function that the host keeps is its own affair
+    FM_ExprEnv_UnRegisterExternalFunction(m_id, id, &record);
 }
 
 } // namespace varden::host

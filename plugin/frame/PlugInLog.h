@@ -66,10 +66,10 @@ std::unique_ptr<CPlugInLog>& SessionLog();
 /// A free line, if there is a log.
 void LogLine(std::wstring_view message);
 /// The same, formatted; nothing is formatted without a log.
-template <typename... Arguments>
-void LogLine(const wchar_t* format, const Arguments&... arguments) {
+template <typename First, typename... Others>
+void LogLine(const wchar_t* format, const First& first, const Others&... others) {
     if (SessionLog()) {
-        SessionLog()->WriteLine(FormatText(format, arguments...));
+        SessionLog()->WriteLine(FormatText(format, first, others...));
     }
 }
 

@@ -21,6 +21,8 @@ struct ProcessObjects {
 /// left in which Outlook objects could be released.
 ProcessObjects& Process();
 
+/// Whether there is an engine: from Init to Shutdown.
+bool IsStarted();
 /// The engine. Only between Init and Shutdown.
 COutlookFuncs& Engine();
 /// The last error. Only between Init and Shutdown.

@@ -89,6 +89,7 @@ TEST_F(LifecycleTest, ShutdownUnregistersTheWholeRangeAndLeavesOneFunction) {
     EXPECT_EQ(FileMaker().Unregistered(), expected);
     ASSERT_EQ(FileMaker().Functions().size(), 1u);
     EXPECT_EQ(FileMaker().Functions().front().id, 219);
+    EXPECT_EQ(FileMaker().Call(std::int16_t{219}, {L"on"}).text, L"!!ERROR!!");
 }
 
 TEST_F(LifecycleTest, BusyOutlookRaisesNoDialogWhileThePluginLives) {
@@ -118,17 +119,27 @@ TEST_F(LifecycleTest, ASecondInitWithoutShutdownStartsAnew) {
     FileMaker().Shutdown();
 }
 
-TEST_F(LifecycleTest, AHostThatFailsWhileFunctionsAreRegisteredGetsARefusal) {
+TEST_F(LifecycleTest, AHostThatFailsWhileFunctionsAreRegistered) {
+    constexpr std::uint64_t callsBeforeFirstFunction = 5;
     for (const HRESULT code : {1, 2}) {
-        for (std::uint64_t call = 1; call <= 6; ++call) {
+        for (std::uint64_t call = 1; call <= callsBeforeFirstFunction; ++call) {
             Watch().FailCall(call, code, {standin::Side::FileMaker});
-            EXPECT_EQ(FileMaker().Init(), -1) << call;
+            EXPECT_EQ(FileMaker().Init(), -1) << call; // without a text no function can be entered
             EXPECT_EQ(FileMaker().LiveObjects(), 0u) << call;
+            EXPECT_LE(FileMaker().Functions().size(), 1u) << call; // the one that no Shutdown takes
         }
+        Watch().FailCall(callsBeforeFirstFunction + 1, code, {standin::Side::FileMaker});
+        EXPECT_EQ(FileMaker().Init(), 53); // one that the host doesn't take is left out, the others work
+        EXPECT_EQ(FileMaker().Functions().size(), 55u);
+        EXPECT_EQ(FileMaker().Call(L"VARD_GetRecordCount").text, L"!!ERROR!!");
+        FileMaker().Shutdown();
+        EXPECT_EQ(FileMaker().LiveObjects(), 0u);
     }
     Watch().Reset();
     EXPECT_EQ(FileMaker().Init(), 53);
-    FileMaker().Shutdown();
+    Watch().FailCall(1, 1, {standin::Side::FileMaker});
+    FileMaker().Shutdown(); // lets go of everything even when nothing can be unregistered
+    EXPECT_EQ(FileMaker().LiveObjects(), 0u);
 }
 
 } // namespace

@@ -141,10 +141,88 @@ TEST_F(LogTest, AMailThatGoesOutLogsItsWay) {
                         ">>>>Done saving mail record"}));
 }
 
-TEST_F(LogTest, AnExceptionIsLoggedAtTheFunctionsLevel) {
+TEST_F(LogTest, AnExceptionIsLoggedByTheFunctionsThatLog) {
+    LogOn();
+    Call(L"VARD_OpenFolder", {L"/Drafts"});
+    Call(L"VARD_NewRecord", {L"Mail"});
     Call(L"VARD_LogSet", {L"1", Path()});
-    EXPECT_EQ(LinesOf(L"VARD_FilterByLastModified", {L""}),
-              (Expected{">>UNKKNOWNEXCEPTION CAUGHT", ">>Unhandled exception in function"}));
+    EXPECT_EQ(LinesOf(L"VARD_FilterByLastModified", {L""}), Expected{});
+    Varden().Watch().FailCall(1, E_ACCESSDENIED, {standin::Side::Outlook});
+    EXPECT_EQ(Call(L"VARD_SetFieldData", {L"Subject", L"x"}), kError);
+    std::ifstream file(Path().c_str(), std::ios::binary);
+    const std::string text{std::istreambuf_iterator<char>(file), {}};
+    EXPECT_TRUE(std::regex_search(
+        text, std::regex(R"(\t\tCOM ERROR CAUGHT\r\n[-0-9 :]{19}\t\tError: 80070005\r\nMessage:)")))
+        << text;
+    EXPECT_EQ(text.find("Done with m_objFuncs->SetFieldData"), std::string::npos);
+}
+
+/// Names and words that stand in the log as they always have, and the exit line of each failing operation.
+TEST_F(LogTest, OperationsLogUnderTheirOwnWords) {
+    LogOn();
+    const auto mail = AddMessage(FolderAt(World(), L"Front Desk", L"Inbox"), {.subject = L"x"});
+    const std::wstring id = standin::mailbox::ToHex(mail->EntryId());
+    ASSERT_EQ(Call(L"VARD_OpenFolder", {L"/Inbox"}), L"0");
+    Call(L"VARD_LogSet", {L"1", Path()});
+    struct Logged {
+        const wchar_t* function;
+        Texts arguments;
+        Expected lines; ///< among others, in this order
+    };
+    const std::string failed = "FUNCTION EXIT: error in function";
+    const std::vector<Logged> calls{
+        {L"VARD_OpenFolder",
+         {L"Nowhere"},
+         {"FUNCTION ENTER: OpenFolder", "PARAM:strFoldePath  VAL:Nowhere", "FUNCTION ENTER: FindFolder",
+          "PARAM:strFolder  VAL:Nowhere", "obtained subfolders", failed, failed}},
+        {L"VARD_FilterByLastModified",
+         {L"1/1/2026"},
+         {"FUNCTION ENTER: Search", "FUNCTION ENTER: FilterApply",
+          "PARAM:filterString  VAL:[LastModificationTime] > \"1/1/2026\"", failed, failed}},
+        {L"VARD_OpenRecord",
+         {id},
+         {"found item for id", "obtained interface for item as mail", "getting interface for parent folder",
+          "Returning 0"}},
+        {L"VARD_OpenFolder",
+         {L"/Inbox"},
+         {"found folder - setting types", "setting items", "setting internal mapi pointer",
+          "FUNCTION EXIT: OpenFolder"}},
+        {L"VARD_GetFirstRecord",
+         {},
+         {"FUNCTION ENTER: GetFirstRecord", "obtained current folder items", "obtained count for items",
+          "incremented index", "obtained item at index", "item is type mail",
+          "FUNCTION EXIT: GetFirstRecord"}},
+        {L"VARD_AddAttachment", {L"a/b", L""}, {"FUNCTION ENTER: AddAttachement", failed}},
+        {L"VARD_SetCustomFieldData",
+         {L"Price", L"1", L"Number"},
+         {"FUNCTION ENTER: SetCustonFieldData", "FUNCTION EXIT: SetCustonFieldData"}},
+        {L"VARD_GetCustomFieldData",
+         {L"Price"},
+         {"FUNCTION ENTER: GetCustomFieldData", "FUNCTION EXIT: GetCustomFiledData"}},
+        {L"VARD_RPClearRecurrencePattern", {}, {"FUNCTION ENTER: ClearREcurrencePattern", failed}},
+        {L"VARD_RPOpenExceptionAt", {3}, {"FUNCTION ENTER: RPOpenExceptionAt", "PARAM:index  VAL:3", failed}},
+        {L"VARD_SaveRecordAsMsg",
+         {L"C:\\no such folder\\x"},
+         {"FUNCTION ENTER: SaveREcordAsMSG", "appending .MSG to strPath",
+          "PARAM:szFileName  VAL:C:\\no such folder\\x.MSG", failed, failed}},
+        {L"VARD_ReplyToMessage", {L"", L"", L"", L"", L"", L""}, {"FUNCTION ENTER: REplyToMessage", failed}},
+        {L"VARD_GetDefaultFolderName", {L"Inbox"}, {"PARAM:strType  VAL:Inbox", "onbtained default folder"}},
+        {L"VARD_DeleteCurrentRecord",
+         {true},
+         {"PARAM:bPerm  VAL:true", "removing item from items list at m_lindex"}},
+        {L"VARD_GALGetField", {L"fax", 1}, {"FUNCTION ENTER: GALGetField", failed}},
+    };
+    for (const auto& [function, arguments, expected] : calls) {
+        const auto lines = LinesOf(function, arguments);
+        auto from = lines.begin();
+        for (const std::string& wanted : expected) {
+            from = std::find_if(from, lines.end(),
+                                [&](const std::string& line) { return line.ends_with(wanted); });
+            ASSERT_NE(from, lines.end()) << testing::PrintToString(function) << ": " << wanted << " in "
+                                         << testing::PrintToString(lines);
+            ++from;
+        }
+    }
 }
 
 TEST_F(LogTest, TheTimeStampLosesItsSecondsOnTheWayToTheFilter) {
