@@ -2,6 +2,7 @@
 #include "Conversions.h"
 
 #include "frame/Text.h"
+#include "outlook/ComPointers.h"
 
 #include <comdef.h>
 
@@ -48,8 +49,7 @@ std::wstring DateText(DATE date) {
     if (FAILED(VarBstrFromDate(date, LOCALE_USER_DEFAULT, 0, &text))) {
         return L"Invalid DateTime";
     }
-    const _bstr_t owned(text, false);
-    return std::wstring(owned, owned.length());
+    return BstrText(_bstr_t(text, false));
 }
 
 std::optional<DATE> ParseDate(const std::wstring& text, ULONG flags) {

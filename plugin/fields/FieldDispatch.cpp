@@ -8,8 +8,8 @@
 #include "frame/ErrorCodes.h"
 #include "frame/PlugInLog.h"
 #include "frame/ProcessObjects.h"
-#include "mapi/InterfaceIds.h"
 #include "mapi/PropertyCatalogue.h"
+#include "records/ItemMessage.h"
 #include "session/Operation.h"
 
 #include <algorithm>
@@ -139,7 +139,7 @@ constexpr std::array kCommonFields{
 /// The MAPI view of an item; none for one that hasn't any.
 mapi::Pointer<IMessage> MessageOf(const outlook::Reference& item) {
     mapi::Pointer<IMessage> message;
-    message.Query(outlook::UnknownOf(item.GetProperty(L"MAPIOBJECT")), mapi::kIidMessage);
+    QueryMessage(item, message);
     return message;
 }
 

@@ -7,6 +7,7 @@
 #include "mapi/PropertyCatalogue.h"
 #include "mapi/Steps.h"
 #include "mapi/Tags.h"
+#include "records/ItemMessage.h"
 #include "session/Operation.h"
 
 #include <array>
@@ -228,7 +229,7 @@ HRESULT COutlookFuncs::mapi_RebindAcceptedMeeting(IMessage& entry) {
     }
     m_objAppointmentItem = appointment;
     m_objCurrentItem = outlook::DispatchOf(object);
-    m_pMessage.Query(outlook::UnknownOf(appointment.GetProperty(L"MAPIOBJECT")), mapi::kIidMessage);
+    QueryMessage(appointment, m_pMessage);
     m_objCurrentFolder.Query(outlook::UnknownOf(appointment.GetProperty(L"Parent")));
     return S_OK;
 }

@@ -3,7 +3,7 @@
 
 #include "fields/Vocabularies.h"
 #include "frame/ErrorCodes.h"
-#include "mapi/InterfaceIds.h"
+#include "records/ItemMessage.h"
 #include "session/Operation.h"
 
 #include <io.h>
@@ -46,7 +46,7 @@ std::wstring COutlookFuncs::CreateMessage(const ScriptText& to, const ScriptText
     outbox.Release();
     ReleaseItems();
     mapi::Pointer<IMessage> message;
-    HRESULT status = message.Query(outlook::UnknownOf(moved.GetProperty(L"MAPIOBJECT")), mapi::kIidMessage);
+    HRESULT status = QueryMessage(moved, message);
     if (SUCCEEDED(status)) {
         LogLine(L"obtained mapi of moved item");
         status = mapi_Send(message.Get(), m_pDefaultMsgStore.Get());

@@ -210,7 +210,7 @@ COutlookFuncs::ListMembers COutlookFuncs::CollectListMembers(const outlook::Item
         }
         excluded.insert(TailOf(list.GetText(L"EntryID")));
         mapi::Pointer<IMessage> message;
-        HRESULT status = MessageOf(list, message);
+        HRESULT status = QueryMessage(list, message);
         if (FAILED(status)) {
             return {status, false};
         }

@@ -103,7 +103,7 @@ std::wstring COutlookFuncs::ReplyToMessage(const ScriptText& entryId, const Scri
                                              m_objMailItem.GetProperty(L"Attachments"));
         m_objMailItem.Call(L"Save");
         const long bodyFormat = m_objMailItem.GetLong(L"BodyFormat");
-        MessageOf(m_objMailItem, m_pMessage);
+        QueryMessage(m_objMailItem, m_pMessage);
         for (const auto& [field, addresses] : {std::pair{L"To", &to}, {L"Cc", &cc}, {L"Bcc", &bcc}}) {
             if (*addresses) {
                 SetFieldData(std::wstring(field), *addresses);

@@ -60,7 +60,7 @@ void COutlookFuncs::TakeMessage(ItemKind kind, const std::wstring& entryId) {
     if (IsOpenedByEntryId(kind)) {
         OpenMessageFromEntryID(entryId, m_pMessage);
     } else {
-        MessageOf(Item(kind), m_pMessage);
+        QueryMessage(Item(kind), m_pMessage);
     }
 }
 

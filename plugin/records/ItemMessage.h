@@ -9,7 +9,7 @@ namespace varden {
 
 /// Takes the message behind an item; what `message` held is released. Raises _com_error when the item doesn't
 /// give it, otherwise the status of asking for its interface.
-inline HRESULT MessageOf(const outlook::Reference& item, mapi::Pointer<IMessage>& message) {
+inline HRESULT QueryMessage(const outlook::Reference& item, mapi::Pointer<IMessage>& message) {
     return message.Query(outlook::UnknownOf(item.GetProperty(L"MAPIOBJECT")), mapi::kIidMessage);
 }
 

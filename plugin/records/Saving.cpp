@@ -97,7 +97,7 @@ COutlookFuncs::SaveOutcome COutlookFuncs::SaveMail(const outlook::Reference& ite
     LogLine(L"Ensured m_objMailItem is in the \"Drafts\" folder"); // the Outbox is meant
     ReleaseItems();
     mapi::Pointer<IMessage> message;
-    HRESULT status = MessageOf(mail, message);
+    HRESULT status = QueryMessage(mail, message);
     LogLine(L"Calling mapi_Send...");
     if (SUCCEEDED(status)) {
         status = mapi_Send(message.Get(), m_pDefaultMsgStore.Get());
