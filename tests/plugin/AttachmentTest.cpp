@@ -2,6 +2,8 @@
 #include "Files.h"
 #include "ScriptTest.h"
 
+#include <limits>
+
 namespace varden::tests {
 namespace {
 
@@ -227,7 +229,7 @@ TEST_F(AttachmentTest, AttachmentsThatAreNotThereAreTold) {
     OpenWith({{.method = NO_ATTACHMENT, .longName = L"none"}, {.longName = L"a.txt"}});
     ExpectFailure(L"VARD_GetAttachmentName", {1}, -1097, L"MAPI Subsystem error\rUnable to open attachments");
     ExpectFailure(L"VARD_GetAttachmentSize", {1}, -1097, L"MAPI Subsystem error\rUnable to open attachments");
-    for (const int index : {0, 3, -1, 2000000000}) {
+    for (const int index : {0, 3, -1, 2000000000, std::numeric_limits<int>::min()}) {
         for (const wchar_t* function : {L"VARD_GetAttachmentName", L"VARD_GetAttachmentSize"}) {
             ExpectFailure(
                 function, {index}, -1097,
@@ -313,6 +315,28 @@ TEST_F(AttachmentTest, AFileThatIsNotWrittenWholeIsNotLeftBehind) {
     }
 }
 
+/// MAPI makes files by their name in the ANSI code page, in which this one is another.
+TEST_F(AttachmentTest, AFileUnderANameThatIsNotWhollyAnsiIsRemovedUnderTheNameItGot) {
+    OpenWith({{.longName = L"a.txt", .data = Bytes(1000, 'a')}});
+    const std::wstring wide = L"\u0100-list.txt";
+    Files().Add(wide, "somebody else's");
+    EXPECT_EQ(Save(wide, 1), L"0");
+    ASSERT_EQ(BytesIn(Files().File(L"A-list.txt")).size(), 1000u);
+    Varden().Watch().FailMember(L"IStream::CopyTo", STG_E_MEDIUMFULL);
+    EXPECT_EQ(Save(wide, 1), kError);
+    EXPECT_FALSE(Exists(Files().File(L"A-list.txt")));
+    EXPECT_EQ(BytesIn(Files().File(wide)), "somebody else's");
+}
+
+TEST_F(AttachmentTest, AnAttachmentThatDoesNotTellItsSizeIsSavedWhole) {
+    OpenWith({{.longName = L"a.txt", .data = Bytes(100000, 'a')}});
+    Varden().Watch().FailMember(L"IAttach::GetProps", S_FALSE); // a success without values: no method either
+    EXPECT_EQ(Save(L"a.txt", 1), L"0");
+    EXPECT_FALSE(Exists(Files().File(L"a.txt")));
+    EXPECT_EQ(Save(L"a.txt", 1), L"0");
+    EXPECT_EQ(BytesIn(Files().File(L"a.txt")).size(), 100000u);
+}
+
 TEST_F(AttachmentTest, AnEmbeddedMessageThatCannotBeOpenedIsTold) {
     OpenWith({{.method = ATTACH_EMBEDDED_MSG, .longName = L"x"}});
     ExpectSaveFailure(1, L"Error: 8004010F\rMAPI_E_NOT_FOUND\r"
@@ -345,15 +369,20 @@ TEST_F(AttachmentTest, AnOleObjectThatIsNotWrittenWholeIsNotLeftBehind) {
     for (const auto& [opening, member, text] :
          {Fault{1, L"MAPI32::OpenStreamOnFile", L"Cannot open stream on doc file for data object"},
           Fault{1, L"IStream::CopyTo", L"Cannot copy stream obj to stream file."},
+          Fault{1, L"IStream::Commit", L"Cannot copy stream obj to stream file."},
           Fault{2, L"MAPI32::OpenStreamOnFile", L"Cannot open stream on doc file for data bin"},
           Fault{2, L"IStream::CopyTo", L"Cannot copy stream bin to stream file."},
+          Fault{2, L"IStream::Commit", L"Cannot copy stream bin to stream file."},
           Fault{3, L"MAPI32::OpenIMsgSession", L""}, Fault{3, L"MAPI32::OpenIMsgOnIStg", L""},
-          Fault{3, L"IMessage::SaveChanges", L""}}) {
+          Fault{3, L"IStorage::CopyTo", L""}, Fault{3, L"IMessage::SaveChanges", L""}}) {
         OpenOleBy(opening);
         Varden().Watch().AlsoFailMember(member, E_ACCESSDENIED);
         ExpectSaveFailure(1, std::wstring(L"Error: 80070005\rMAPI_E_NO_ACCESS\r") + text +
                                  L" ERROR: 80070005 NO ACCESS");
     }
+    OpenOleBy(3); // onto a folder no compound file can be written
+    EXPECT_EQ(Call(L"VARD_SaveAttachment", {Files().Path() + L"\\.", 1}), kError);
+    EXPECT_EQ(LastErrorCode(), -1097);
 }
 
 } // namespace

@@ -94,32 +94,39 @@ TEST_F(CallTest, HooksSwallowOnlyLooksAtTheQueueAndKeysGoingDown) {
     EXPECT_EQ(mouse(HC_ACTION, WM_LBUTTONDOWN, 0), 0);
 }
 
-TEST_F(CallTest, EveryOperationNeedsASession) {
-    const std::map<std::wstring, Texts> calls{
-        {L"VARD_OpenRootFolder", {L"Archive"}},
-        {L"VARD_OpenFolder", {L"/Inbox"}},
-        {L"VARD_NewRecord", {L"Mail"}},
-        {L"VARD_SetFieldData", {L"Subject", L"x"}},
-        {L"VARD_OpenRecord", {L"00"}},
-        {L"VARD_GetFieldData", {L"Subject"}},
-        {L"VARD_VerifyFieldData", {L"a", L"b"}},
-        {L"VARD_GetFirstRecord", {}},
-        {L"VARD_GetNextRecord", {}},
-        {L"VARD_GetRecordCount", {}},
-        {L"VARD_GetFirstFolder", {}},
-        {L"VARD_GetNextFolder", {}},
-        {L"VARD_GetFolderID", {}},
-        {L"VARD_GetFirstRootFolder", {}},
-        {L"VARD_GetNextRootFolder", {}},
-        {L"VARD_GetFolderType", {}},
-        {L"VARD_GetCurrentFolderName", {}},
-        {L"VARD_NewFolder", {L"a", L"Mail"}},
-        {L"VARD_FilterByLastModified", {L"1/1/2026 1:00 AM"}},
-        {L"VARD_FilterByFilterString", {L"[Subject] = 'x'"}},
-        {L"VARD_OpenSavedItem", {L"C:\\x.msg"}},
+/// The file with every function, so that none can be forgotten.
+class SessionlessTest : public ScriptTest {
+protected:
+    SessionlessTest() : ScriptTest(kFullPlugin) {}
+};
+
+TEST_F(SessionlessTest, EveryOperationNeedsASession) {
+    const std::vector<std::wstring> without{
+        L"VARD_Version",
+        L"VARD_Authenticate",
+        L"VARD_GetLastError",
+        L"VARD_OutlookVersion",
+        L"VARD_RPCloseRecurrencePattern",
+        L"VARD_RPCloseOccurrenceItem",
+        L"VARD_LogSet",
+        L"VARD_LogClear",
+        L"VARD_LogMoveToDesktop",
+        L"VARD_ItemExist",
     };
-    for (const auto& [function, arguments] : calls) {
-        ExpectFailure(function.c_str(), arguments, -1001, L"Outlook not started or Authenticate not called");
+    constexpr std::int16_t setStoreOnline = 219;
+    std::size_t tested = 0;
+    for (const auto& function : Varden().Host().Functions()) {
+        if (std::ranges::find(without, function.name) != without.end() || function.id == setStoreOnline) {
+            continue;
+        }
+        const auto count = static_cast<std::size_t>(std::max(function.minimum, function.maximum));
+        ExpectFailure(function.name.c_str(), Texts(count, L"C:\\1"), -1001,
+                      L"Outlook not started or Authenticate not called");
+        ++tested;
+    }
+    EXPECT_EQ(tested + without.size() + 1, Varden().Host().Functions().size());
+    for (const wchar_t* close : {L"VARD_RPCloseRecurrencePattern", L"VARD_RPCloseOccurrenceItem"}) {
+        EXPECT_EQ(Call(close, {L"1"}), L"0"); // nothing is open
     }
 }
 

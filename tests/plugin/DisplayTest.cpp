@@ -142,6 +142,9 @@ TEST_F(DisplayTest, WhatCannotBePassedOnIsTold) {
     EXPECT_EQ(PassOn(L"00"), kError);
     EXPECT_EQ(LastErrorCode(), -1038);
     EXPECT_EQ(LastErrorText(), L"Unable to locate record\r!!ERROR!!");
+    Outlook().SetUnknownClass(L"IPM.Note.Strange");
+    EXPECT_EQ(PassOn(Add({.messageClass = L"IPM.Note.Strange"})), kError);
+    EXPECT_EQ(LastErrorText(), L"Unable to locate record\r!!ERROR!! "); // with the blank of that answer
     EXPECT_EQ(PassOn(Add({.messageClass = L"IPM.Appointment", .subject = L"Lunch"})), kError);
     EXPECT_EQ(LastErrorCode(), -1023);
     EXPECT_EQ(Get(L"Subject"), L"Lunch"); // stays the record

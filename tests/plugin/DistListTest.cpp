@@ -183,18 +183,11 @@ TEST_F(DistListTest, NamesAreResolvedAgainstAFixedContainer) {
     EXPECT_EQ(Call(L"VARD_AddDistListMember", {L"Nobody"}), L"NotFound");
     Varden().Watch().FailMember(L"IAddrBook::OpenEntry", S_FALSE);
     EXPECT_EQ(Call(L"VARD_AddDistListMember", {L"Service"}), L"Ambigious Entry");
+    Varden().Watch().FailMember(L"IAddrBook::OpenEntry", S_FALSE);
+    Varden().Watch().AlsoFailMember(L"IAddrBook::ResolveName", MAPI_E_USER_CANCEL);
+    EXPECT_EQ(Call(L"VARD_AddDistListMember", {L"Warehouse"}), L"ERROR: 80040113 USER CANCELED");
+    EXPECT_EQ(LastErrorCode(), 0);
     EXPECT_TRUE(Home().Messages().empty());
-}
-
-class DistListSessionTest : public ScriptTest {
-protected:
-    DistListSessionTest() : ScriptTest(kFullPlugin) {}
-};
-
-TEST_F(DistListSessionTest, MembersNeedASession) {
-    const std::wstring noSession = L"Outlook not started or Authenticate not called";
-    ExpectFailure(L"VARD_AddOneOffMember", {L"", L"", L""}, -1001, noSession);
-    ExpectFailure(L"VARD_AddDistListMember", {L"Warehouse"}, -1001, noSession);
 }
 
 } // namespace

@@ -108,6 +108,13 @@ TEST_F(MovingTest, WhatCannotBeMovedIsTold) {
     const std::wstring storage = Add(L"x", L"Inbox", L"IPM.Storage");
     OpenRecord(storage);
     ExpectFailure(L"VARD_MoveRecord", {L"/Drafts"}, -1023, noRecord);
+    // A note whose message couldn't be opened is a record, but nobody can say where it lies.
+    const std::wstring note = Add(L"note", L"Inbox", L"IPM.StickyNote");
+    Varden().Watch().FailMember(L"IMsgStore::OpenEntry", E_ACCESSDENIED);
+    OpenRecord(note);
+    EXPECT_TRUE(Varden().Watch().HasFailed());
+    ExpectFailure(L"VARD_MoveRecord", {L"/Drafts"}, 1, L"Unhandled exception in function");
+    EXPECT_TRUE(Find(note));
     const std::wstring id = Add(L"y");
     OpenRecord(id);
     Varden().Watch().FailMember(L"MAPI32::HrGetOneProp", E_ACCESSDENIED);

@@ -34,12 +34,6 @@ protected:
     using Subjects = std::vector<std::wstring>;
 };
 
-/// One message class for each kind of item, and a field that shows which vocabulary reads it.
-struct Kind {
-    const wchar_t* messageClass;
-    const wchar_t* field;
-};
-
 TEST_F(RecordTest, EveryKindOfItemIsWalkedAndOpenedWithItsMessage) {
     const std::vector<const wchar_t*> classes{L"IPM.Appointment",
                                               L"IPM.Contact",
@@ -141,8 +135,6 @@ TEST_F(RecordTest, ARecordThatCannotBeOpenedIsTold) {
     }
     EXPECT_EQ(Call(L"VARD_OpenSavedItem", {L"C:\\no such file.msg"}), kError);
     EXPECT_EQ(LastErrorCode(), -1016);
-    Varden().Watch().FailMember(L"NameSpace::Folders", E_FAIL);
-    Call(L"VARD_GetFirstRootFolder");
 }
 
 TEST_F(RecordTest, WithoutARootFolderNoRecordIsOpened) {
@@ -243,6 +235,9 @@ TEST_F(RecordTest, AFilterThatOutlookRefusesChangesNothing) {
         EXPECT_TRUE(LastErrorText().starts_with(L"\rError: ")) << testing::PrintToString(LastErrorText());
         EXPECT_EQ(Call(L"VARD_GetRecordCount"), L"1");
     }
+    Varden().Watch().FailMember(L"Items::Restrict", S_FALSE); // a success without a list
+    ExpectFailure(L"VARD_FilterByFilterString", {L"[Subject] = 'blue'"}, -1200, L"Unable to restrict items");
+    EXPECT_EQ(Call(L"VARD_GetRecordCount"), L"1");
     EXPECT_EQ(Walk(), Subjects{L"red"});
 }
 
@@ -270,9 +265,12 @@ TEST_F(RecordTest, ACountNeedsAListOrAFolder) {
     EXPECT_EQ(Call(L"VARD_GetRecordCount"), kError);
     EXPECT_EQ(LastErrorCode(), 0);
     EXPECT_TRUE(LastErrorText().starts_with(L"Error: 80004003"));
-    AddMail(L"one");
+    const std::wstring id = AddMail(L"one");
     Open(L"/Inbox");
     EXPECT_EQ(Call(L"VARD_GetRecordCount"), L"1");
+    EXPECT_EQ(Call(L"VARD_OpenRecord", {id}), L"0"); // leaves no list
+    Varden().Watch().FailMember(L"MAPIFolder::Items", S_FALSE);
+    ExpectFailure(L"VARD_GetRecordCount", {}, -1028, L"Unable to find records");
 }
 
 } // namespace

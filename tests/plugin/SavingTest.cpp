@@ -174,6 +174,19 @@ TEST_F(SavingTest, WhatOutlookRefusesIsToldAndLeavesTheRecord) {
         << testing::PrintToString(LastErrorText());
     EXPECT_TRUE(HasRecord());
     EXPECT_NE(Call(L"VARD_SaveRecord", {L"DontSend"}), kError);
+    Varden().Watch().FailMember(L"ContactItem::EntryID", S_FALSE); // saved, it has no id to tell
+    New(L"Contacts", L"Bob");
+    ExpectFailure(L"VARD_SaveRecord", {L"DontSend"}, -1025, L"Unable to save record");
+    // A mail whose message can't be had in the Outbox isn't sent.
+    for (const auto& [member, status] :
+         {std::pair{L"MailItem::MAPIOBJECT", S_FALSE}, {L"IMessage::QueryInterface", E_NOINTERFACE}}) {
+        New(L"Mail", L"unsent");
+        Set(L"To", L"Back Office");
+        Varden().Watch().FailMember(member, status);
+        ExpectFailure(L"VARD_SaveRecord", {}, -1025, L"Unable to save record");
+        EXPECT_TRUE(Varden().Watch().HasFailed());
+    }
+    EXPECT_TRUE(At(L"Inbox", L"Back Office").Messages().empty());
     // A store that takes no writing refuses by itself.
     New(L"Tasks", L"Rest");
     World().DefaultStore()->SetReadOnly(true);
