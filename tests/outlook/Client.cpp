@@ -14,6 +14,13 @@ void Prepare() {
     ASSERT_TRUE(SUCCEEDED(initialized));
 }
 
+/// A function of MAPI's, which clients look up as they need it.
+template <class Function>
+Function MapiFunction(const char* name) {
+    return reinterpret_cast<Function>(
+        reinterpret_cast<void*>(GetProcAddress(LoadLibraryW(L"MAPI32.dll"), name)));
+}
+
 std::wstring Take(BSTR text) {
     const std::wstring copy = text ? std::wstring(text, SysStringLen(text)) : std::wstring();
     SysFreeString(text);
@@ -120,6 +127,7 @@ OutlookTest::OutlookTest() : m_control(standin::outlook::OutlookControl()) {
     if (!m_control)
         throw std::runtime_error("the stand-in for Outlook is not entered in this prefix");
     m_control->Reset();
+    EXPECT_EQ(MapiFunction<HRESULT(STDAPICALLTYPE*)(void*)>("MAPIInitialize")(nullptr), S_OK);
     m_before = m_control->Live();
     m_control->SetWatch(&m_watch);
 }
@@ -127,6 +135,7 @@ OutlookTest::OutlookTest() : m_control(standin::outlook::OutlookControl()) {
 OutlookTest::~OutlookTest() {
     EXPECT_EQ(m_control->Live().outlookObjects, m_before.outlookObjects);
     EXPECT_EQ(m_control->Live(), m_before);
+    MapiFunction<void(STDAPICALLTYPE*)()>("MAPIUninitialize")();
     for (const std::wstring& violation : m_watch.Violations())
         ADD_FAILURE() << violation;
     m_control->SetWatch(nullptr);

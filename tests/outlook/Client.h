@@ -79,7 +79,8 @@ private:
     _com_ptr_t<_com_IIID<IDispatch, &IID_IDispatch>> m_object;
 };
 
-/// A fresh sample world, and a watch over it. At its end nothing may be left alive, and no rule broken.
+/// A fresh sample world, and a watch over it, for a client that works with MAPI too and may take MAPIOBJECTs.
+/// At its end nothing may be left alive, and no rule broken.
 class OutlookTest : public testing::Test {
 protected:
     OutlookTest();

@@ -139,7 +139,7 @@ TEST_F(DistListTest, TheNamesOfMembersAreThereBeforeTheFirstMember) {
     using standin::mailbox::PropertyName;
     const GUID address{kAddressSet, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
     NameSpace();
-    for (const auto& store : World().AllStores()) {
+    for (standin::mailbox::Store* store : World().ProfileStores()) {
         for (const std::uint32_t number : {0x8055u, 0x8054u, 0x8083u, 0x80DEu})
             EXPECT_NE(store->Names().Id(PropertyName{address, number}), 0) << number;
         EXPECT_EQ(store->Names().Id(PropertyName{address, 0x7FFFu}), 0);

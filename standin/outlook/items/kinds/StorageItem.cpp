@@ -1,14 +1,15 @@
 // StorageItem: the members of storage items beyond those of all items.
-#include "standin/mailbox/Tags.h"
 #include "standin/outlook/items/ItemKinds.h"
 #include "standin/outlook/items/ItemRows.h"
 #include "standin/outlook/items/ItemTopics.h"
+#include "standin/outlook/items/PropertySets.h"
 
 namespace standin::outlook {
 namespace {
 
 constexpr Row kRows[] = {
-    Stored(L"Creator", kText, mailbox::kPrCreatorName),
+    // PR_CREATOR_NAME is the person, and the store's to write; this is the program, and the client's.
+    Named(L"Creator", kText, PT_UNICODE, kPsPublicStrings, L"Creator"),
 };
 
 } // namespace
