@@ -1,4 +1,5 @@
 // StorageItem: the members of storage items beyond those of all items.
+#include "standin/mailbox/Tags.h"
 #include "standin/outlook/items/ItemKinds.h"
 #include "standin/outlook/items/ItemRows.h"
 #include "standin/outlook/items/ItemTopics.h"
@@ -7,9 +8,21 @@
 namespace standin::outlook {
 namespace {
 
+/// The program that made the item, by itself the person who did. That is the store's to write, and this the
+/// client's.
+_variant_t ReadCreator(const mailbox::MessageProperties& message, const StoredProperty& stored) {
+    const auto program = ReadAs<std::wstring>(message, stored);
+    return Result(program ? *program : message.Get<mailbox::kPrCreatorName>().value_or(L""));
+}
+
+void WriteCreator(mailbox::OpenMessage& message, const StoredProperty& stored, const Call& call) {
+    WriteValue(message, stored, call.arguments.Text(0));
+}
+
+constexpr Conversion kCreator{ReadCreator, WriteCreator};
+
 constexpr Row kRows[] = {
-    // PR_CREATOR_NAME is the person, and the store's to write; this is the program, and the client's.
-    Named(L"Creator", kText, PT_UNICODE, kPsPublicStrings, L"Creator"),
+    Named(L"Creator", kCreator, PT_UNICODE, kPsPublicStrings, L"Creator"),
 };
 
 } // namespace
