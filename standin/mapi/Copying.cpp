@@ -2,6 +2,7 @@
 #include "standin/mapi/Object.h"
 #include "standin/mapi/PropertySide.h"
 #include "standin/mapi/Values.h"
+#include "standin/watch/Watch.h"
 
 #include <algorithm>
 
@@ -102,7 +103,9 @@ HRESULT Copy(const PropertySide& from, PropertySide& to, const std::vector<Prope
         if (const HRESULT status = to.BeginCopy(TargetTags(items)); FAILED(status))
             return status;
         for (const Item& item : items) {
-            const HRESULT status = CopyOne(from, to, item);
+            HRESULT status = CopyOne(from, to, item);
+            if (SUCCEEDED(status) && found.empty())
+                status = WantedDeviations().copyProblem;
             if (status == MAPI_E_OBJECT_DELETED)
                 return status;
             if (FAILED(status))

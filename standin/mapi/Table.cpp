@@ -6,6 +6,7 @@
 #include "standin/mapi/Values.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace standin::mapi {
 namespace {
@@ -280,7 +281,10 @@ private:
             return MAPI_E_UNKNOWN_FLAGS;
         const auto last = static_cast<std::int64_t>(m_rows.Count());
         const auto position = static_cast<std::int64_t>(m_rows.Position());
-        const std::int64_t other = std::clamp<std::int64_t>(position + count, 0, last);
+        const auto most = static_cast<std::int64_t>(
+            std::min<std::size_t>(WantedDeviations().mostRowsAtOnce, std::numeric_limits<LONG>::max()));
+        const std::int64_t wanted = std::clamp<std::int64_t>(count, -most, most);
+        const std::int64_t other = std::clamp<std::int64_t>(position + wanted, 0, last);
         const auto [first, end] = std::minmax(position, other);
         auto made = NewRowSet(static_cast<std::size_t>(end - first));
         for (std::int64_t row = first; row < end; ++row)

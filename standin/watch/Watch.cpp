@@ -29,9 +29,9 @@ std::string Utf8(const std::wstring& text) {
     return narrow;
 }
 
-std::wstring Hexadecimal(HRESULT status) {
+std::wstring Hexadecimal(std::uint32_t number) {
     wchar_t text[9];
-    swprintf(text, std::size(text), L"%08lx", static_cast<unsigned long>(status));
+    swprintf(text, std::size(text), L"%08lx", static_cast<unsigned long>(number));
     return text;
 }
 
@@ -48,6 +48,17 @@ Watch* CurrentWatch() {
 
 void SetCurrentWatch(Watch* watch) {
     g_watch = watch;
+}
+
+const Deviations& WantedDeviations() {
+    static const Deviations none;
+    return g_watch ? g_watch->Wanted() : none;
+}
+
+void TellFlags(std::uint32_t flags) {
+    if (g_depth == 1 && g_watch) {
+        g_watch->Flags(flags);
+    }
 }
 
 Crossing::Crossing(Side side, const wchar_t* interfaceName, const wchar_t* member)
@@ -72,6 +83,7 @@ void Recorder::Reset() {
     m_calls.fill(0);
     m_plans.clear();
     m_hasFailed = false;
+    m_deviations = {};
     m_lines.clear();
     m_violations.clear();
 }
@@ -132,6 +144,7 @@ HRESULT Recorder::PlannedStatus(Side side, const wchar_t* interfaceName, const w
 HRESULT Recorder::Begin(Side side, const wchar_t* interfaceName, const wchar_t* member) {
     const auto index = static_cast<std::size_t>(side);
     ++m_calls[index];
+    m_flags.reset();
     if (m_roundTrip > 0 && side != Side::FileMaker) {
         BusyWait(m_roundTrip);
     }
@@ -139,15 +152,17 @@ HRESULT Recorder::Begin(Side side, const wchar_t* interfaceName, const wchar_t* 
 }
 
 void Recorder::End(Side side, const wchar_t* interfaceName, const wchar_t* member, HRESULT status) {
+    const std::wstring result = Hexadecimal(static_cast<std::uint32_t>(status));
+    const std::wstring flags = m_flags ? Hexadecimal(*m_flags) : std::wstring();
     if (m_trace) {
         const std::wstring line = std::wstring(SideName(side)) + L'\t' + interfaceName + L'\t' + member +
-                                  L'\t' + Hexadecimal(status) + L'\n';
+                                  L'\t' + result + (m_flags ? L"\t" : L"") + flags + L'\n';
         const std::string narrow = Utf8(line);
         std::fwrite(narrow.data(), 1, narrow.size(), m_trace);
     }
     if (m_keepLines) {
         m_lines.push_back(std::wstring(SideName(side)) + L' ' + interfaceName + L"::" + member + L' ' +
-                          Hexadecimal(status));
+                          result + (m_flags ? L" " : L"") + flags);
     }
 }
 

@@ -7,6 +7,8 @@
 #include <array>
 #include <cstdint>
 #include <cstdio>
+#include <limits>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,6 +21,18 @@ inline constexpr std::size_t kSideCount = 3;
 /// The word for a side in traces and counts.
 const wchar_t* SideName(Side side);
 
+/// What stand-ins are to do otherwise than they would by themselves, where the platform may do either.
+struct Deviations {
+    /// IMAPITable::QueryRows gives no more rows than this at a time, however many are asked for.
+    std::size_t mostRowsAtOnce = std::numeric_limits<std::size_t>::max();
+    /// IMAPIProp::CopyTo and CopyProps note this status as the problem of the first property they copy; S_OK:
+    /// they note what there is.
+    HRESULT copyProblem = S_OK;
+    /// IMAPIProp::SetProps notes MAPI_E_NOT_ENOUGH_MEMORY as the problem of values that take more bytes: a
+    /// provider may have them as streams only.
+    std::size_t largestValueSet = std::numeric_limits<std::size_t>::max();
+};
+
 /// Watches calls. The program that hosts the plug-in owns one and hands its address to every stand-in
 /// library, so that one trace holds all sides in order. All calls arrive on one thread.
 class Watch {
@@ -30,14 +44,24 @@ public:
     virtual HRESULT Begin(Side side, const wchar_t* interfaceName, const wchar_t* member) = 0;
     /// The call that began last ends with this status.
     virtual void End(Side side, const wchar_t* interfaceName, const wchar_t* member, HRESULT status) = 0;
+    /// The flags that the call under way was given, for the trace.
+    virtual void Flags(std::uint32_t flags) = 0;
     /// A caller broke the platform's rules in a way that the platform answers with memory corruption and not
     /// with a status: a buffer freed twice, an object used after its last release.
     virtual void Violation(const std::wstring& text) = 0;
+    /// What the stand-ins are to do otherwise.
+    virtual const Deviations& Wanted() const = 0;
 };
 
 /// The watch of this library's calls, null while nobody watches. Each library has its own.
 Watch* CurrentWatch();
 void SetCurrentWatch(Watch* watch);
+/// What the watch wants otherwise; nothing while nobody watches.
+const Deviations& WantedDeviations();
+
+/// Tells the watch the flags of the call from outside that is under way. Those of a call that the stand-in
+/// makes of itself are passed over.
+void TellFlags(std::uint32_t flags);
 
 /// One call that crosses into a stand-in, for the time it lasts. Calls that the stand-in makes of itself
 /// while a call from outside is under way are part of that call: they are neither counted nor traced, nor can
@@ -89,7 +113,7 @@ class Recorder final : public Watch {
 public:
     ~Recorder() override;
 
-    /// Forgets counts and violations; a planned failure is cancelled.
+    /// Forgets counts, violations and deviations; a planned failure is cancelled.
     void Reset();
     std::uint64_t Calls(Side side) const { return m_calls[static_cast<std::size_t>(side)]; }
     const std::vector<std::wstring>& Violations() const { return m_violations; }
@@ -103,20 +127,26 @@ public:
     /// Whether the planned failure has come to pass.
     bool HasFailed() const { return m_hasFailed; }
 
+    /// What the stand-ins do otherwise from now on.
+    Deviations& Deviate() { return m_deviations; }
+
     /// Every call from now on takes at least this long, as it does where Outlook is another process.
     void SetRoundTrip(double microseconds) { m_roundTrip = microseconds; }
 
-    /// Writes a line per call to the file (UTF-8): side, interface, member, status in hexadecimal, tabs
-    /// between.
+    /// Writes a line per call to the file (UTF-8): side, interface, member, status in hexadecimal, and the
+    /// flags in hexadecimal where the call tells them; tabs between.
     bool StartTrace(const std::wstring& path);
     void StopTrace();
-    /// Keeps the lines in memory for a test; Lines() gives them as "MAPI IMessage::SaveChanges 00000000".
+    /// Keeps the lines in memory for a test; Lines() gives them as "MAPI IMessage::SaveChanges 00000000",
+    /// flags behind a further blank.
     void KeepLines(bool keep) { m_keepLines = keep; }
     const std::vector<std::wstring>& Lines() const { return m_lines; }
 
     HRESULT Begin(Side side, const wchar_t* interfaceName, const wchar_t* member) override;
     void End(Side side, const wchar_t* interfaceName, const wchar_t* member, HRESULT status) override;
+    void Flags(std::uint32_t flags) override { m_flags = flags; }
     void Violation(const std::wstring& text) override;
+    const Deviations& Wanted() const override { return m_deviations; }
 
 private:
     struct Plan {
@@ -132,7 +162,9 @@ private:
     std::array<std::uint64_t, kSideCount> m_calls{};
     std::vector<Plan> m_plans; // those whose failure is still to come
     bool m_hasFailed = false;
+    Deviations m_deviations;
     double m_roundTrip = 0;
+    std::optional<std::uint32_t> m_flags; // of the call under way
     std::FILE* m_trace = nullptr;
     bool m_keepLines = false;
     std::vector<std::wstring> m_lines;

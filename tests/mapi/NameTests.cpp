@@ -202,13 +202,25 @@ TEST_F(CopyTest, WhatIsExcludedStaysOut) {
 TEST_F(CopyTest, NothingIsReplacedThatIsNotToBe) {
     const Ref<IMessage> from = FullMessage();
     const Ref<IMessage> to = NewMessage(L"Mine");
-    AddressList list{{Text(PR_DISPLAY_NAME_W, L"Bob")}, {Text(PR_DISPLAY_NAME_W, L"Cid")}};
+    AddressList list{{Text(PR_DISPLAY_NAME_W, L"Bob"), Long(PR_RECIPIENT_TYPE, MAPI_TO)},
+                     {Text(PR_DISPLAY_NAME_W, L"Cid"), Long(PR_RECIPIENT_TYPE, MAPI_TO)}};
     ASSERT_EQ(to->ModifyRecipients(MODRECIP_ADD, list), S_OK);
     ASSERT_EQ(Copy(from.Get(), to.Get(), nullptr, MAPI_NOREPLACE), S_OK);
     EXPECT_EQ(GetText(to.Get(), PR_SUBJECT_W), L"Mine");
     EXPECT_EQ(GetText(to.Get(), m_named), L"blue") << "it had none before";
     EXPECT_EQ(Recipients(to.Get()), 2u);
     EXPECT_EQ(Attachments(to.Get()), 1u);
+}
+
+TEST_F(CopyTest, AProblemCanBeHadForAsking) {
+    Watch().Deviate().copyProblem = MAPI_E_NO_ACCESS;
+    const Ref<IMessage> from = FullMessage(), to = NewMessage();
+    Block<SPropProblemArray> problems;
+    ASSERT_EQ(from->CopyTo(0, nullptr, nullptr, 0, nullptr, &mapi::kIidMessage, to.Get(), 0, &problems),
+              S_OK);
+    ASSERT_TRUE(problems && problems->cProblem == 1);
+    EXPECT_EQ(problems->aProblem[0].scode, MAPI_E_NO_ACCESS);
+    EXPECT_EQ(GetText(to.Get(), PR_SUBJECT_W), L"Hello");
 }
 
 TEST_F(CopyTest, CopyPropsCopiesWhatIsNamed) {

@@ -167,6 +167,14 @@ TEST_F(TableTest, QueryRowsReadsForwardsAndBackwards) {
     EXPECT_EQ(read(-9, 0), Texts{L"Alpha"});
     EXPECT_EQ(read(99, 0), kAll);
     EXPECT_EQ(read(1, 0), Texts());
+    Watch().Deviate().mostRowsAtOnce = 2;
+    EXPECT_EQ(read(-9, 0).size(), 2u) << "a provider may give fewer at a time";
+    ASSERT_EQ(m_table->SeekRow(BOOKMARK_BEGINNING, 0, nullptr), S_OK);
+    EXPECT_EQ(read(99, 0), (Texts{L"Alpha", L"beta"}));
+    EXPECT_EQ(read(99, 0), (Texts{L"Gamma", L"delta"}));
+    Rows every;
+    EXPECT_EQ(HrQueryAllRows(m_table.Get(), nullptr, nullptr, nullptr, 0, &every), S_OK);
+    EXPECT_EQ(every.Count(), kAll.size());
     SRowSet* rows = nullptr;
     EXPECT_EQ(m_table->QueryRows(0, 0, &rows), MAPI_E_INVALID_PARAMETER);
     EXPECT_EQ(m_table->QueryRows(1, 8, &rows), MAPI_E_UNKNOWN_FLAGS);
