@@ -80,8 +80,9 @@ private:
 
 } // namespace
 
-OpenAttachment::OpenAttachment(std::shared_ptr<OpenMessage> message, Attachment attachment, Access access)
-    : m_message(std::move(message)), m_attachment(std::move(attachment)), m_access(access) {
+OpenAttachment::OpenAttachment(std::shared_ptr<OpenMessage> message, Attachment attachment, Access access,
+                               bool isNew)
+    : m_message(std::move(message)), m_attachment(std::move(attachment)), m_access(access), m_isNew(isNew) {
 }
 
 NamedProperties& OpenAttachment::Names() const {
@@ -113,7 +114,10 @@ HRESULT OpenAttachment::Save() {
     if (const HRESULT status = CheckWritable(); FAILED(status))
         return status;
     m_attachment.properties.Set<PR_LAST_MODIFICATION_TIME>(Now());
-    return m_message->StoreAttachment(m_attachment);
+    const HRESULT status = m_message->StoreAttachment(m_attachment, m_isNew);
+    if (SUCCEEDED(status))
+        m_isNew = false;
+    return status;
 }
 
 HRESULT OpenAttachment::Embedded(bool create, Access access, std::shared_ptr<OpenMessage>& message) {

@@ -76,7 +76,7 @@ public:
     /// Puts finished content into the folder, without the marks of a save: how mail arrives and files are
     /// taken in.
     HRESULT Receive(Content content, bool associated, std::shared_ptr<Message>& message);
-    /// Removes for good.
+    /// Removes for good. MAPI_E_SUBMITTED, here and below: it was sent and waits in the Outbox.
     HRESULT RemoveMessage(Message& message);
     /// To any folder of any store; the message gets a new entry id there. `result` may be null.
     HRESULT MoveMessage(Message& message, Folder& target, std::shared_ptr<Message>* result);

@@ -148,6 +148,8 @@ HRESULT Folder::OpenMessage(Message& message, Access access, std::shared_ptr<mai
 HRESULT Folder::RemoveMessage(Message& message) {
     if (message.m_folder != this)
         return MAPI_E_NOT_FOUND;
+    if (message.IsSubmitted())
+        return MAPI_E_SUBMITTED;
     if (const HRESULT status = CheckWritable(); FAILED(status))
         return status;
     if (Keeper* keeper = Kept())
@@ -160,6 +162,8 @@ HRESULT Folder::RemoveMessage(Message& message) {
 HRESULT Folder::MoveMessage(Message& message, Folder& target, std::shared_ptr<Message>* result) {
     if (message.m_folder != this)
         return MAPI_E_NOT_FOUND;
+    if (message.IsSubmitted())
+        return MAPI_E_SUBMITTED;
     for (const HRESULT status : {CheckWritable(), target.CheckWritable()})
         if (FAILED(status))
             return status;

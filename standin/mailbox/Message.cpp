@@ -5,6 +5,7 @@
 #include "standin/mailbox/Folder.h"
 #include "standin/mailbox/Mailbox.h"
 #include "standin/mailbox/Platform.h"
+#include "standin/mailbox/SpecialFolders.h"
 #include "standin/mailbox/Tags.h"
 
 #include <algorithm>
@@ -45,6 +46,12 @@ std::uint32_t FreeRowId(const std::vector<PropertyBag>& rows) {
     return static_cast<std::uint32_t>(highest + 1);
 }
 
+/// Names that a message came with are those of its recipients then; they mean nothing once these change.
+void ForgetDisplayNames(Content& content) {
+    for (const PropertyTag tag : {PR_DISPLAY_TO_W, PR_DISPLAY_CC_W, PR_DISPLAY_BCC_W})
+        content.properties.Remove(tag);
+}
+
 void CompleteRecipient(PropertyBag& row, std::uint32_t rowId) {
     row.Set<PR_ROWID>(static_cast<std::int32_t>(rowId));
     if (!row.Contains(PR_OBJECT_TYPE))
@@ -69,6 +76,12 @@ void Message::MarkRemoved() {
 
 bool Message::IsWritable() const {
     return m_folder && !m_folder->Store().IsReadOnly();
+}
+
+bool Message::IsSubmitted() const {
+    const std::int32_t flags = m_content->properties.GetOr<PR_MESSAGE_FLAGS>(0);
+    return m_folder && (flags & std::int32_t{MSGFLAG_SUBMIT}) != 0 &&
+           m_folder == m_folder->Store().SpecialFolder(kOutbox);
 }
 
 HRESULT Message::SetRead(bool read) {
@@ -129,7 +142,9 @@ HRESULT OpenMessage::CheckWritable() const {
     if (m_access == Access::Read)
         return E_ACCESSDENIED;
     const bool gone = m_saved ? m_saved->IsRemoved() : m_folder && m_folder->IsDeleted();
-    return gone ? MAPI_E_OBJECT_DELETED : S_OK;
+    if (gone)
+        return MAPI_E_OBJECT_DELETED;
+    return IsSubmitted() && !m_isBeingSubmitted ? MAPI_E_SUBMITTED : S_OK;
 }
 
 PropertyBag& OpenMessage::Edit() {
@@ -265,15 +280,18 @@ HRESULT OpenMessage::RemoveRecipient(std::uint32_t rowId) {
     if (position == content->recipients.end())
         return MAPI_E_NOT_FOUND;
     content->recipients.erase(position);
+    ForgetDisplayNames(*content);
     return S_OK;
 }
 
 HRESULT OpenMessage::RemoveAllRecipients() {
     Content* content = nullptr;
     const HRESULT status = EditContent(content);
-    if (SUCCEEDED(status))
-        content->recipients.clear();
-    return status;
+    if (FAILED(status) || content->recipients.empty())
+        return status;
+    content->recipients.clear();
+    ForgetDisplayNames(*content);
+    return S_OK;
 }
 
 HRESULT OpenMessage::OpenAttachmentNumber(std::uint32_t number, Access access,
@@ -284,7 +302,7 @@ HRESULT OpenMessage::OpenAttachmentNumber(std::uint32_t number, Access access,
     const auto position = AttachmentPosition(Attachments(), number);
     if (position == Attachments().end())
         return MAPI_E_NOT_FOUND;
-    attachment.reset(new OpenAttachment(shared_from_this(), **position, access));
+    attachment.reset(new OpenAttachment(shared_from_this(), **position, access, false));
     return S_OK;
 }
 
@@ -298,7 +316,7 @@ HRESULT OpenMessage::CreateAttachment(std::shared_ptr<OpenAttachment>& attachmen
     fresh.number = m_nextAttachment++;
     fresh.properties.Set<PR_RENDERING_POSITION>(kNotInTheText);
     fresh.properties.Set<PR_CREATION_TIME>(Now());
-    attachment.reset(new OpenAttachment(shared_from_this(), std::move(fresh), Access::Modify));
+    attachment.reset(new OpenAttachment(shared_from_this(), std::move(fresh), Access::Modify, true));
     return S_OK;
 }
 
@@ -313,15 +331,19 @@ HRESULT OpenMessage::RemoveAttachment(std::uint32_t number) {
     return S_OK;
 }
 
-HRESULT OpenMessage::StoreAttachment(Attachment attachment) {
+HRESULT OpenMessage::StoreAttachment(Attachment attachment, bool isNew) {
     Content* content = nullptr;
     if (const HRESULT status = EditContent(content); FAILED(status))
         return status;
     const auto position = AttachmentPosition(content->attachments, attachment.number);
-    const std::size_t index = static_cast<std::size_t>(position - content->attachments.begin());
-    if (index == content->attachments.size())
-        content->attachments.emplace_back();
-    content->attachments[index] = std::make_shared<const Attachment>(std::move(attachment));
+    auto stored = std::make_shared<const Attachment>(std::move(attachment));
+    if (position != content->attachments.end())
+        content->attachments[static_cast<std::size_t>(position - content->attachments.begin())] =
+            std::move(stored);
+    else if (isNew)
+        content->attachments.push_back(std::move(stored));
+    else
+        return MAPI_E_OBJECT_DELETED;
     return S_OK;
 }
 

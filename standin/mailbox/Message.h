@@ -31,8 +31,15 @@ public:
     const PropertyBag& Stored() const override { return Current().properties; }
 
 protected:
+    bool NeedsPublishedTypes() const override { return IsInStore(); }
     std::span<const ComputedProperty> Computed() const override;
 };
+
+/// What is worked out of a message and stands in a file of it all the same: who reads files works nothing
+/// out.
+PropertyBag WorkedOutForFile(const Content& content);
+/// Takes out of what a file held what is worked out of the rest all the same.
+void DropWorkedOut(Content& content);
 
 /// A message as it is saved in its folder. Reading from it opens nothing: lists of messages are made of
 /// these. Held by shared pointers; one that is held after its removal says so.
@@ -44,6 +51,8 @@ public:
     Bytes EntryId() const;
     bool IsAssociated() const { return m_associated; }
     bool IsRemoved() const { return m_folder == nullptr; }
+    /// Whether it was sent and waits in the Outbox: it can't be changed, moved or removed then.
+    bool IsSubmitted() const;
     /// Rises with each save.
     std::uint64_t ChangeNumber() const { return m_changeNumber; }
     const ContentPtr& SharedContent() const { return m_content; }
@@ -86,6 +95,12 @@ public:
     virtual NamedProperties& Names() = 0;
 };
 
+/// What SaveChanges leaves to the clients of something open.
+struct LeftOpen {
+    bool atAll = true;
+    bool forWriting = true;
+};
+
 /// The working copy of a message. An Outlook item and its MAPIOBJECT share one. Until Save() nobody else sees
 /// what it changes. Nothing is copied before the first write.
 class OpenMessage final : public MessageProperties, public std::enable_shared_from_this<OpenMessage> {
@@ -107,11 +122,25 @@ public:
     /// Whether the message was never saved.
     bool IsNew() const { return m_isNew; }
     bool IsAssociated() const { return m_associated; }
-    bool IsSubmitted() const { return m_submitted; }
+    /// Whether this copy was sent, or another of the same message, which now waits in the Outbox.
+    bool IsSubmitted() const { return m_submitted || (m_saved && m_saved->IsSubmitted()); }
     void MarkSubmitted() { m_submitted = true; }
+    /// While it lasts the message can be written to although it counts as submitted: for whoever submits it.
+    class Submission {
+    public:
+        explicit Submission(OpenMessage& message) : m_message(message) { message.m_isBeingSubmitted = true; }
+        ~Submission() { m_message.m_isBeingSubmitted = false; }
+        Submission(const Submission&) = delete;
+        Submission& operator=(const Submission&) = delete;
+
+    private:
+        OpenMessage& m_message;
+    };
+    /// Shared by all MAPI objects on this copy.
+    LeftOpen& Left() { return m_left; }
 
     /// The content to write to; the copy is made here. E_ACCESSDENIED when open for reading,
-    /// MAPI_E_OBJECT_DELETED when the message is gone.
+    /// MAPI_E_OBJECT_DELETED when the message is gone, MAPI_E_SUBMITTED when it was sent.
     HRESULT EditContent(Content*& content);
 
     /// Makes the changes seen by all, and kept on disk where there is one. The first save puts a new message
@@ -152,7 +181,7 @@ private:
     HRESULT CheckUnchanged(bool force) const;
     void Stamp(Content& content) const;
     HRESULT SaveToFolder(ContentPtr content);
-    HRESULT StoreAttachment(Attachment attachment);
+    HRESULT StoreAttachment(Attachment attachment, bool isNew);
 
     std::shared_ptr<Folder> m_folder;        // where a new message will go
     std::shared_ptr<MessageTarget> m_target; // in place of a folder
@@ -166,6 +195,8 @@ private:
     bool m_isNew = false;
     bool m_changed = false;
     bool m_submitted = false;
+    bool m_isBeingSubmitted = false;
+    LeftOpen m_left;
 };
 
 /// The working copy of one attachment.
@@ -178,7 +209,7 @@ public:
     const PropertyBag& Stored() const override { return m_attachment.properties; }
     NamedProperties& Names() const override;
 
-    /// Puts the attachment into its message's working copy.
+    /// Puts the attachment into its message's working copy. MAPI_E_OBJECT_DELETED: it was there and is gone.
     HRESULT Save();
 
     /// Opens the embedded message; with `create` makes an empty one in place of whatever there was. Its
@@ -197,11 +228,12 @@ protected:
 
 private:
     friend class OpenMessage;
-    OpenAttachment(std::shared_ptr<OpenMessage> message, Attachment attachment, Access access);
+    OpenAttachment(std::shared_ptr<OpenMessage> message, Attachment attachment, Access access, bool isNew);
 
     std::shared_ptr<OpenMessage> m_message;
     Attachment m_attachment;
     Access m_access = Access::Read;
+    bool m_isNew = false; // never saved
 };
 
 } // namespace standin::mailbox

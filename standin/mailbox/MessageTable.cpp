@@ -22,11 +22,10 @@ const Store* StoreOf(const PropertyObject& object) {
 
 /// Names of the recipients of one type; what came with a message that has no recipient rows, otherwise.
 template <PropertyTag tag, std::int32_t type>
-bool DisplayNames(const PropertyObject& object, Value& value) {
+std::wstring NamesIn(const Content& content) {
     constexpr std::int32_t kTypeWithoutMarks = 0x0F; // MAPI_P1 and MAPI_SUBMITTED are marks on the type
-    const Content& content = Of(object).Current();
     if (content.recipients.empty())
-        return Give(value, content.properties.GetOr<tag>(L""));
+        return content.properties.GetOr<tag>(L"");
     std::wstring names;
     for (const PropertyBag& row : content.recipients) {
         if ((row.GetOr<PR_RECIPIENT_TYPE>(MAPI_TO) & kTypeWithoutMarks) != type)
@@ -36,11 +35,15 @@ bool DisplayNames(const PropertyObject& object, Value& value) {
         const std::wstring* name = row.Get<PR_DISPLAY_NAME_W>();
         names += name ? *name : row.GetOr<PR_EMAIL_ADDRESS_W>(L"");
     }
-    return Give(value, std::move(names));
+    return names;
 }
 
-std::optional<SubjectParts> SubjectOf(const PropertyObject& object) {
-    const PropertyBag& stored = object.Stored();
+template <PropertyTag tag, std::int32_t type>
+bool DisplayNames(const PropertyObject& object, Value& value) {
+    return Give(value, NamesIn<tag, type>(Of(object).Current()));
+}
+
+std::optional<SubjectParts> SubjectOf(const PropertyBag& stored) {
     const std::wstring* subject = stored.Get<PR_SUBJECT_W>();
     if (!subject)
         return std::nullopt;
@@ -49,7 +52,7 @@ std::optional<SubjectParts> SubjectOf(const PropertyObject& object) {
 }
 
 bool SubjectPrefix(const PropertyObject& object, Value& value) {
-    const auto parts = SubjectOf(object);
+    const auto parts = SubjectOf(object.Stored());
     if (parts)
         return Give(value, std::wstring(parts->prefix));
     const std::wstring* stated = object.Stored().Get<PR_SUBJECT_PREFIX_W>();
@@ -57,16 +60,17 @@ bool SubjectPrefix(const PropertyObject& object, Value& value) {
 }
 
 bool NormalizedSubject(const PropertyObject& object, Value& value) {
-    const auto parts = SubjectOf(object);
+    const auto parts = SubjectOf(object.Stored());
     return parts && Give(value, std::wstring(parts->normalized));
 }
 
+std::int32_t FlagsOf(const Content& content) {
+    const std::int32_t flags = content.properties.GetOr<PR_MESSAGE_FLAGS>(0) & ~kHasAttachment;
+    return content.attachments.empty() ? flags : flags | kHasAttachment;
+}
+
 bool Flags(const PropertyObject& object, Value& value) {
-    const Content& content = Of(object).Current();
-    std::int32_t flags = content.properties.GetOr<PR_MESSAGE_FLAGS>(0) & ~kHasAttachment;
-    if (!content.attachments.empty())
-        flags |= kHasAttachment;
-    return Give(value, flags);
+    return Give(value, FlagsOf(Of(object).Current()));
 }
 
 /// Flags are free until a store has saved the message for the first time.
@@ -160,6 +164,8 @@ constexpr ComputedProperty kRows[] = {
     {PR_CREATION_TIME, nullptr, SetOutsideStores},
     {PR_LAST_MODIFICATION_TIME, nullptr, SetOutsideStores},
     {PR_STORE_SUPPORT_MASK, SupportMask<StoreOf>, nullptr},
+    {kPrCreatorName, nullptr, SetOutsideStores},
+    {kPrCreatorEntryId, nullptr, SetOutsideStores},
     {kPrLastModifierName, nullptr, SetOutsideStores},
     {kPrLastModifierEntryId, nullptr, SetOutsideStores},
     {kPrChangeKey, ChangeKey, nullptr},
@@ -167,6 +173,41 @@ constexpr ComputedProperty kRows[] = {
 static_assert(IsAscending(kRows));
 
 } // namespace
+
+PropertyBag WorkedOutForFile(const Content& content) {
+    PropertyBag bag;
+    bag.Set<PR_DISPLAY_BCC_W>(NamesIn<PR_DISPLAY_BCC_W, MAPI_BCC>(content));
+    bag.Set<PR_DISPLAY_CC_W>(NamesIn<PR_DISPLAY_CC_W, MAPI_CC>(content));
+    bag.Set<PR_DISPLAY_TO_W>(NamesIn<PR_DISPLAY_TO_W, MAPI_TO>(content));
+    if (content.properties.Contains(PR_MESSAGE_FLAGS))
+        bag.Set<PR_MESSAGE_FLAGS>(FlagsOf(content));
+    bag.Set<PR_HASATTACH>(!content.attachments.empty());
+    if (const auto parts = SubjectOf(content.properties)) {
+        if (!content.properties.Contains(PR_SUBJECT_PREFIX_W))
+            bag.Set<PR_SUBJECT_PREFIX_W>(std::wstring(parts->prefix));
+        bag.Set<PR_NORMALIZED_SUBJECT_W>(std::wstring(parts->normalized));
+    }
+    return bag;
+}
+
+void DropWorkedOut(Content& content) {
+    PropertyBag& bag = content.properties;
+    // Names without rows are all that is left of recipients.
+    for (const PropertyTag names : {PR_DISPLAY_BCC_W, PR_DISPLAY_CC_W, PR_DISPLAY_TO_W})
+        if (const Value* value = bag.Find(names);
+            value && (!content.recipients.empty() || *value == Value(std::wstring())))
+            bag.Remove(names);
+    bag.Remove(PR_HASATTACH);
+    if (const std::int32_t* flags = bag.Get<PR_MESSAGE_FLAGS>())
+        bag.Set<PR_MESSAGE_FLAGS>(*flags & ~kHasAttachment);
+    const std::wstring* subject = bag.Get<PR_SUBJECT_W>();
+    if (!subject)
+        return;
+    const std::wstring* prefix = bag.Get<PR_SUBJECT_PREFIX_W>();
+    if (prefix && *prefix == SplitSubject(*subject, {}).prefix)
+        bag.Remove(PR_SUBJECT_PREFIX_W);
+    bag.Remove(PR_NORMALIZED_SUBJECT_W);
+}
 
 std::span<const ComputedProperty> MessageProperties::Computed() const {
     return kRows;

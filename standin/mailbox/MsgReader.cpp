@@ -1,6 +1,7 @@
 // From a storage to message content.
 #include "standin/mailbox/ByteOrder.h"
 #include "standin/mailbox/CompoundCheck.h"
+#include "standin/mailbox/Message.h"
 #include "standin/mailbox/Msg.h"
 #include "standin/mailbox/MsgLayout.h"
 #include "standin/mailbox/Tags.h"
@@ -161,6 +162,7 @@ public:
             attachment.number = static_cast<std::uint32_t>(content.attachments.size());
             content.attachments.push_back(std::make_shared<const Attachment>(std::move(attachment)));
         }
+        DropWorkedOut(content);
         return content;
     }
 
@@ -169,6 +171,7 @@ private:
         Attachment attachment;
         attachment.properties = ReadProperties(storage, kPartHeaderSize);
         MakeUnicode(attachment.properties, codePage);
+        attachment.properties.Remove(PR_ATTACH_NUM); // its place says it
         if (attachment.properties.Contains(PR_ATTACH_DATA_BIN))
             return attachment;
         StoragePointer object;

@@ -1,5 +1,6 @@
 // From message content to a storage.
 #include "standin/mailbox/ByteOrder.h"
+#include "standin/mailbox/Message.h"
 #include "standin/mailbox/Msg.h"
 #include "standin/mailbox/MsgLayout.h"
 #include "standin/mailbox/Tags.h"
@@ -157,14 +158,16 @@ void WriteOleObject(IStorage* target, const Bytes& bytes) {
 void WriteMessage(IStorage* storage, const Content& content, FileNames& names, std::size_t headerSize,
                   int depth);
 
-void WriteAttachment(IStorage* storage, const Attachment& attachment, FileNames& names, UINT codePage,
-                     int depth) {
+void WriteAttachment(IStorage* storage, const Attachment& attachment, std::uint32_t place, FileNames& names,
+                     UINT codePage, int depth) {
     constexpr std::uint32_t kEmbeddedMessage = 1; // [MS-OXMSG] 2.4.2.2
     constexpr std::uint32_t kStorage = 4;
     PropertyWriter writer(storage, names, codePage);
     writer.AddHeader(Bytes(kPartHeaderSize));
     for (const Property& property : attachment.properties)
-        writer.Add(property);
+        if (property.id != IdOf(PR_ATTACH_NUM))
+            writer.Add(property);
+    writer.Add({IdOf(PR_ATTACH_NUM), static_cast<std::int32_t>(place)});
     if (attachment.embedded) {
         writer.AddObject(kEmbeddedMessage);
         WriteMessage(CreatePart(storage, ValueName(kObjectTag)), *attachment.embedded, names,
@@ -183,9 +186,12 @@ void WriteMessage(IStorage* storage, const Content& content, FileNames& names, s
     const UINT codePage = CodePageOf(content.properties);
     PropertyWriter writer(storage, names, codePage);
     writer.AddHeader(MessageHeader(content, headerSize));
+    const PropertyBag workedOut = WorkedOutForFile(content);
     for (const Property& property : content.properties)
-        if (property.id != IdOf(PR_STORE_SUPPORT_MASK))
+        if (property.id != IdOf(PR_STORE_SUPPORT_MASK) && !workedOut.Contains(property.Tag()))
             writer.Add(property);
+    for (const Property& property : workedOut)
+        writer.Add(property);
     writer.Add({IdOf(PR_STORE_SUPPORT_MASK), std::int32_t{kStoreUnicodeOk}});
     writer.Finish();
     for (std::uint32_t i = 0; i < content.recipients.size(); ++i) {
@@ -196,8 +202,8 @@ void WriteMessage(IStorage* storage, const Content& content, FileNames& names, s
         row.Finish();
     }
     for (std::uint32_t i = 0; i < content.attachments.size(); ++i)
-        WriteAttachment(CreatePart(storage, PartName(kAttachmentPrefix, i)), *content.attachments[i], names,
-                        codePage, depth);
+        WriteAttachment(CreatePart(storage, PartName(kAttachmentPrefix, i)), *content.attachments[i], i,
+                        names, codePage, depth);
 }
 
 /// Takes the message out of a storage that had one: all elements whose names are of this format.

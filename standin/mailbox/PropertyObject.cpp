@@ -1,6 +1,8 @@
 // Reading and writing through the table of computed properties.
 #include "standin/mailbox/PropertyObject.h"
 
+#include "standin/mailbox/PublishedTypes.h"
+
 #include <algorithm>
 
 namespace standin::mailbox {
@@ -55,12 +57,20 @@ HRESULT PropertyObject::Write(PropertyTag tag, Value value) {
     if (std::holds_alternative<NullPointer>(value))
         return MAPI_E_INVALID_PARAMETER;
     value = MakeWide(std::move(value));
+    if (const HRESULT status = CheckTag(MakeTag(IdOf(tag), TypeOf(value))); FAILED(status))
+        return status;
     if (const ComputedProperty* row = Row(tag)) {
-        const HRESULT status = row->set ? row->set(*this, value) : MAPI_E_COMPUTED;
+        const HRESULT status = row->set(*this, value);
         if (status != S_OK)
             return FAILED(status) ? status : S_OK;
     }
     return Replace(tag, std::move(value));
+}
+
+HRESULT PropertyObject::CheckTag(PropertyTag tag) const {
+    if (const ComputedProperty* row = Row(tag); row && !row->set)
+        return MAPI_E_COMPUTED;
+    return NeedsPublishedTypes() && !HasPublishedType(tag) ? MAPI_E_UNEXPECTED_TYPE : S_OK;
 }
 
 HRESULT PropertyObject::Erase(PropertyTag tag) {

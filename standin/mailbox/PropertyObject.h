@@ -35,8 +35,12 @@ public:
     /// Writes a property; its type is the value's. Text is kept as Unicode, as the stores do it.
     /// MAPI_E_COMPUTED: clients may not write it. E_ACCESSDENIED: the object is open for reading only.
     /// MAPI_E_OBJECT_DELETED: it is gone. MAPI_E_INVALID_TYPE: a type that can't be stored (PT_ERROR,
-    /// PT_OBJECT, PT_NULL), or not for this property.
+    /// PT_OBJECT, PT_NULL), or not for this property. MAPI_E_UNEXPECTED_TYPE: the property is a published one
+    /// of another type.
     HRESULT Write(PropertyTag tag, Value value);
+    /// What Write says to every value of this tag: MAPI_E_COMPUTED, MAPI_E_UNEXPECTED_TYPE, or S_OK where it
+    /// depends on more.
+    HRESULT CheckTag(PropertyTag tag) const;
     /// Removes a property. MAPI_E_NOT_FOUND if there is none; otherwise as Write.
     HRESULT Erase(PropertyTag tag);
     /// The tags of all properties that Read would find, in ascending order of id. Text is listed as it is
@@ -69,6 +73,8 @@ protected:
     virtual HRESULT CheckWritable() const = 0;
     /// The bag to write to; only after CheckWritable.
     virtual PropertyBag& Edit() = 0;
+    /// Whether published properties have to have their published types here.
+    virtual bool NeedsPublishedTypes() const { return true; }
     /// A property was written or removed. A failure takes the change back.
     virtual HRESULT Changed() { return S_OK; }
 

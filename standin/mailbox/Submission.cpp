@@ -2,6 +2,7 @@
 #include "standin/mailbox/ConversationIndex.h"
 #include "standin/mailbox/InternetHeaders.h"
 #include "standin/mailbox/Mailbox.h"
+#include "standin/mailbox/NonDelivery.h"
 #include "standin/mailbox/Platform.h"
 #include "standin/mailbox/SpecialFolders.h"
 #include "standin/mailbox/Subject.h"
@@ -121,35 +122,51 @@ void Expand(const std::shared_ptr<AddressEntry>& entry, std::set<std::shared_ptr
 
 } // namespace
 
-HRESULT Mailbox::Deliver(const Content& sent, const NamedProperties& names) {
+/// What is delivered goes back where the rest can't be: the message hasn't gone out then.
+HRESULT Mailbox::Deliver(const Content& sent, const Store& from) {
     std::set<std::shared_ptr<AddressEntry>> people;
-    for (const PropertyBag& row : sent.recipients)
+    std::vector<PropertyBag> unreached;
+    for (const PropertyBag& row : sent.recipients) {
         if (const auto entry = m_addresses.FindRecipient(row))
             Expand(entry, people);
+        else
+            unreached.push_back(row);
+    }
     std::set<const Store*> targets;
     for (const auto& person : people)
         targets.insert(FindMailbox(*person));
-    for (const auto& store : m_stores) {
-        Folder* inbox = targets.contains(store.get()) ? store->SpecialFolder(kInbox) : nullptr;
-        if (!inbox || store->IsReadOnly())
-            continue;
-        std::shared_ptr<Message> delivered;
-        if (const HRESULT status = inbox->Receive(MakeDelivered(sent, names, *store), false, delivered);
-            FAILED(status))
+    std::vector<std::shared_ptr<Message>> delivered;
+    const auto deliver = [&](const Store& store, auto&& makeCopy) -> HRESULT {
+        Folder* inbox = store.SpecialFolder(kInbox);
+        if (!inbox || store.IsReadOnly())
+            return S_OK;
+        const HRESULT status = inbox->Receive(makeCopy(), false, delivered.emplace_back());
+        if (SUCCEEDED(status))
             return status;
-    }
-    return S_OK;
+        delivered.pop_back();
+        for (const auto& message : delivered)
+            message->ParentFolder()->RemoveMessage(*message);
+        return status;
+    };
+    for (const auto& store : m_stores)
+        if (targets.contains(store.get()))
+            if (const HRESULT status =
+                    deliver(*store, [&] { return MakeDelivered(sent, from.Names(), *store); });
+                FAILED(status))
+                return status;
+    if (unreached.empty())
+        return S_OK;
+    return deliver(from, [&] { return MakeNonDeliveryReport(sent, std::move(unreached)); });
 }
 
 /// What becomes of the sender's copy. In the Outbox it keeps its mark: it doesn't go out twice.
 HRESULT Mailbox::FileSent(OpenMessage& message) {
     const std::shared_ptr<Message> saved = message.Saved();
     Folder& outbox = *saved->ParentFolder();
-    if (message.Stored().GetOr<PR_DELETE_AFTER_SUBMIT>(false))
-        return outbox.RemoveMessage(*saved);
+    const bool isDropped = message.Stored().GetOr<PR_DELETE_AFTER_SUBMIT>(false);
     const Bytes* entryId = message.Stored().Get<PR_SENTMAIL_ENTRYID>();
     Folder* target = entryId ? FindFolder(*entryId) : nullptr;
-    if (!target)
+    if (!isDropped && !target)
         return S_OK;
     Content* content = nullptr;
     if (const HRESULT status = message.EditContent(content); FAILED(status))
@@ -158,7 +175,35 @@ HRESULT Mailbox::FileSent(OpenMessage& message) {
     content->properties.Remove(PR_SENTMAIL_ENTRYID);
     if (const HRESULT status = message.Save(true); FAILED(status))
         return status;
-    return outbox.MoveMessage(*saved, *target, nullptr);
+    return isDropped ? outbox.RemoveMessage(*saved) : outbox.MoveMessage(*saved, *target, nullptr);
+}
+
+/// Hands a message over whose Outbox it has been found in.
+HRESULT Mailbox::SendOut(OpenMessage& message, const Store& store, const Store& userStore) {
+    const OpenMessage::Submission submission(message);
+    Content* content = nullptr;
+    if (const HRESULT status = message.EditContent(content); FAILED(status))
+        return status;
+    const PropertyBag before = content->properties;
+    CompleteOutgoing(content->properties, *OwnerOf(userStore));
+    if (const HRESULT status = message.Save(); FAILED(status)) {
+        content->properties = before; // it hasn't gone out
+        return status;
+    }
+    const ContentPtr sent = message.Saved()->SharedContent();
+    HRESULT status = m_keeper ? m_keeper->SaveSubmitted(store, message.Saved()->Id(), *sent) : S_OK;
+    if (SUCCEEDED(status))
+        status = Deliver(*sent, store);
+    if (SUCCEEDED(status)) {
+        message.MarkSubmitted();
+        return FileSent(message);
+    }
+    // Nor has it now: the marks of the sending go, so that it can be sent again.
+    if (SUCCEEDED(message.EditContent(content))) {
+        content->properties = before;
+        message.Save(true);
+    }
+    return status;
 }
 
 HRESULT Mailbox::Submit(OpenMessage& message) {
@@ -175,25 +220,7 @@ HRESULT Mailbox::Submit(OpenMessage& message) {
         return MAPI_E_NO_SUPPORT;
     if (message.Recipients().empty())
         return MAPI_E_NO_RECIPIENTS;
-
-    Content* content = nullptr;
-    if (const HRESULT status = message.EditContent(content); FAILED(status))
-        return status;
-    PropertyBag before = content->properties;
-    CompleteOutgoing(content->properties, *OwnerOf(*userStore));
-    if (const HRESULT status = message.Save(); FAILED(status)) {
-        content->properties = std::move(before); // it hasn't gone out
-        return status;
-    }
-    const ContentPtr sent = message.Saved()->SharedContent();
-    if (m_keeper)
-        if (const HRESULT status = m_keeper->SaveSubmitted(store, message.Saved()->Id(), *sent);
-            FAILED(status))
-            return status;
-    if (const HRESULT status = Deliver(*sent, store.Names()); FAILED(status))
-        return status;
-    message.MarkSubmitted();
-    return FileSent(message);
+    return SendOut(message, store, *userStore);
 }
 
 } // namespace standin::mailbox

@@ -147,7 +147,7 @@ TEST_F(Messages, TakeFlagsOnlyBeforeTheirFirstSave) {
     const auto wanted = static_cast<std::int32_t>(MSGFLAG_RESEND | MSGFLAG_HASATTACH | MSGFLAG_ASSOCIATED);
     EXPECT_EQ(message->Write(PR_MESSAGE_FLAGS, wanted), S_OK);
     EXPECT_EQ(message->Get<PR_MESSAGE_FLAGS>(), static_cast<std::int32_t>(MSGFLAG_RESEND));
-    EXPECT_EQ(message->Write(PR_MESSAGE_FLAGS, std::wstring(L"1")), MAPI_E_INVALID_TYPE);
+    EXPECT_EQ(message->Write(PR_MESSAGE_FLAGS, std::wstring(L"1")), MAPI_E_UNEXPECTED_TYPE);
     ASSERT_EQ(message->Save(), S_OK);
     EXPECT_EQ(message->Write(PR_MESSAGE_FLAGS, std::int32_t{0}), MAPI_E_COMPUTED);
 }

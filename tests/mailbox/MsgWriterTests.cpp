@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <set>
 
 namespace standin::mailbox::test {
 namespace {
@@ -113,6 +114,53 @@ TEST(MsgWriter, WritesEveryTypeAndEverySortOfPart) {
     message->embedded = inner;
     content.attachments = {file, message};
     EXPECT_TRUE(SameContent(content, RoundTrip(content, names)));
+}
+
+/// The tags that stand in one object of a file.
+std::set<PropertyTag> TagsIn(IStorage* storage, std::size_t headerSize) {
+    std::uint64_t budget = 1 << 20;
+    const Bytes stream = *msg::ReadStream(storage, msg::kPropertiesName, budget);
+    std::set<PropertyTag> tags;
+    for (std::size_t at = headerSize; at + sizeof(msg::PropertyEntry) <= stream.size();
+         at += sizeof(msg::PropertyEntry)) {
+        msg::PropertyEntry entry;
+        std::memcpy(&entry, stream.data() + at, sizeof entry);
+        EXPECT_TRUE(tags.insert(entry.tag).second) << "once each; " << std::hex << entry.tag;
+    }
+    return tags;
+}
+
+TEST(MsgWriter, WritesWhatIsWorkedOutAndTheReaderLeavesItOut) {
+    NamedProperties names;
+    Content content;
+    content.properties.Set<PR_SUBJECT_W>(L"RE: Lunch");
+    content.properties.Set<PR_MESSAGE_FLAGS>(static_cast<std::int32_t>(MSGFLAG_READ));
+    PropertyBag row;
+    row.Set<PR_ROWID>(0);
+    row.Set<PR_DISPLAY_NAME_W>(L"Ann");
+    row.Set<PR_RECIPIENT_TYPE>(MAPI_CC);
+    content.recipients = {row};
+    content.attachments = {MakeAttachment(0, ATTACH_BY_VALUE)};
+    LockBytesPointer memory;
+    StoragePointer storage;
+    StoragePointer attachment;
+    ASSERT_EQ(OpenStorageBytes({}, &memory, &storage), S_OK);
+    ASSERT_EQ(WriteMsg(content, names, storage), S_OK);
+    const std::set<PropertyTag> tags = TagsIn(storage, msg::kTopHeaderSize);
+    for (const PropertyTag tag : {PR_SUBJECT_PREFIX_W, PR_NORMALIZED_SUBJECT_W, PR_DISPLAY_TO_W,
+                                  PR_DISPLAY_CC_W, PR_DISPLAY_BCC_W, PR_HASATTACH, PR_MESSAGE_FLAGS})
+        EXPECT_TRUE(tags.contains(tag)) << std::hex << tag;
+    std::uint64_t budget = 1 << 20;
+    const Bytes carbonCopies = *msg::ReadStream(storage, msg::ValueName(PR_DISPLAY_CC_W), budget);
+    EXPECT_EQ(carbonCopies, (Bytes{'A', 0, 'n', 0, 'n', 0}));
+    ASSERT_EQ(storage->OpenStorage(msg::PartName(msg::kAttachmentPrefix, 0).c_str(), nullptr,
+                                   STGM_READ | STGM_SHARE_EXCLUSIVE, nullptr, 0, &attachment),
+              S_OK);
+    EXPECT_TRUE(TagsIn(attachment, msg::kPartHeaderSize).contains(PR_ATTACH_NUM));
+    attachment.Release();
+    Content again;
+    ASSERT_EQ(ReadMsg(storage, names, again), S_OK);
+    EXPECT_TRUE(SameContent(content, again));
 }
 
 TEST(MsgWriter, KeepsOleObjects) {

@@ -1,10 +1,31 @@
 // Sending mail: who gets it, what it says of its way, and when it is refused.
+#include "standin/mailbox/Keeper.h"
 #include "standin/mailbox/SpecialFolders.h"
 #include "standin/mailbox/Tags.h"
 #include "tests/mailbox/Support.h"
 
 namespace standin::mailbox::test {
 namespace {
+
+/// Keeps nothing, and fails where it is told to.
+class FailingKeeper final : public Keeper {
+public:
+    HRESULT submitted = S_OK;
+    const Folder* broken = nullptr; ///< takes no messages
+
+    HRESULT SaveMessage(const Folder& folder, std::uint64_t, const Content&) override {
+        return &folder == broken ? MAPI_E_NOT_ENOUGH_DISK : S_OK;
+    }
+    HRESULT MoveMessage(const Folder&, std::uint64_t, const Folder&, std::uint64_t) override { return S_OK; }
+    HRESULT RemoveMessage(const Folder&, std::uint64_t) override { return S_OK; }
+    HRESULT AddFolder(const Folder&) override { return S_OK; }
+    HRESULT SaveFolder(const Folder&) override { return S_OK; }
+    HRESULT MoveFolder(const Folder&, const Folder&, const std::wstring&) override { return S_OK; }
+    HRESULT RemoveFolder(const Folder&) override { return S_OK; }
+    HRESULT SaveStore(const Store&) override { return S_OK; }
+    HRESULT SaveProfile(const Mailbox&) override { return S_OK; }
+    HRESULT SaveSubmitted(const Store&, std::uint64_t, const Content&) override { return submitted; }
+};
 
 class Submission : public ::testing::Test {
 protected:
@@ -116,6 +137,51 @@ TEST_F(Submission, IsRefusedAsMapiDoesIt) {
     EXPECT_EQ(m_inbox.Messages().size(), 2u) << "one saved here, one delivered";
 }
 
+TEST_F(Submission, ReportsRecipientsWhoAreNobody) {
+    const auto message = Compose();
+    AddRecipient(*message, L"Back Office");
+    PropertyBag nobody;
+    nobody.Set<PR_DISPLAY_NAME_W>(L"Nobody");
+    nobody.Set<PR_RECIPIENT_TYPE>(MAPI_TO);
+    ASSERT_EQ(message->AddRecipient(nobody), S_OK);
+    ASSERT_EQ(m_mailbox->Submit(*message), S_OK);
+    EXPECT_EQ(m_backOffice.Messages().size(), 1u);
+    ASSERT_EQ(m_inbox.Messages().size(), 1u);
+    const Message& report = *m_inbox.Messages()[0];
+    EXPECT_EQ(report.Get<PR_MESSAGE_CLASS_W>(), L"REPORT.IPM.Note.NDR");
+    EXPECT_EQ(report.Get<PR_SUBJECT_W>(), L"Undeliverable: Lunch");
+    EXPECT_EQ(report.Get<PR_NORMALIZED_SUBJECT_W>(), L"Lunch");
+    EXPECT_EQ(report.Get<PR_DISPLAY_TO_W>(), L"Nobody");
+    EXPECT_NE(report.Get<PR_REPORT_TEXT_W>()->find(L"Nobody"), std::wstring::npos);
+    EXPECT_EQ(m_inbox.UnreadCount(), 1u);
+}
+
+TEST_F(Submission, ThatFailsLateCanBeTriedAgain) {
+    auto owned = std::make_unique<FailingKeeper>();
+    FailingKeeper& keeper = *owned;
+    m_mailbox->SetKeeper(std::move(owned));
+    const auto message = Compose();
+    AddRecipient(*message, L"Front Desk");
+    AddRecipient(*message, L"Back Office");
+    const auto before = message->Get<PR_MESSAGE_FLAGS>();
+    const auto expectUnsent = [&] {
+        EXPECT_EQ(m_mailbox->Submit(*message), MAPI_E_NOT_ENOUGH_DISK);
+        EXPECT_FALSE(message->IsSubmitted());
+        EXPECT_EQ(message->Get<PR_MESSAGE_FLAGS>(), before);
+        EXPECT_TRUE(m_inbox.Messages().empty());
+        EXPECT_TRUE(m_backOffice.Messages().empty());
+    };
+    keeper.submitted = MAPI_E_NOT_ENOUGH_DISK;
+    expectUnsent();
+    keeper.submitted = S_OK;
+    keeper.broken = &m_backOffice;
+    expectUnsent();
+    keeper.broken = nullptr;
+    ASSERT_EQ(m_mailbox->Submit(*message), S_OK);
+    EXPECT_EQ(m_inbox.Messages().size(), 1u);
+    EXPECT_EQ(m_backOffice.Messages().size(), 1u);
+}
+
 TEST_F(Submission, LeavesTheCopyInTheOutboxOrDropsIt) {
     const auto stays = SaveMessage(m_outbox, L"stays");
     AddRecipient(*stays, L"Back Office");
@@ -124,6 +190,9 @@ TEST_F(Submission, LeavesTheCopyInTheOutboxOrDropsIt) {
     std::shared_ptr<OpenMessage> again;
     ASSERT_EQ(m_outbox.OpenMessage(*m_outbox.Messages()[0], Access::Modify, again), S_OK);
     EXPECT_EQ(m_mailbox->Submit(*again), MAPI_E_SUBMITTED);
+    EXPECT_EQ(again->Write(PR_SUBJECT_W, std::wstring(L"x")), MAPI_E_SUBMITTED);
+    EXPECT_EQ(m_outbox.RemoveMessage(*m_outbox.Messages()[0]), MAPI_E_SUBMITTED);
+    EXPECT_EQ(m_outbox.MoveMessage(*m_outbox.Messages()[0], m_sent, nullptr), MAPI_E_SUBMITTED);
     const auto goes = Compose();
     AddRecipient(*goes, L"Back Office");
     ASSERT_EQ(goes->Write(PR_DELETE_AFTER_SUBMIT, true), S_OK);
