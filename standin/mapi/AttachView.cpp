@@ -24,13 +24,15 @@ public:
     HRESULT OpenObject(PropertyTag tag, REFIID iid, ULONG flags, IUnknown** object) override {
         if (mailbox::IdOf(tag) != mailbox::IdOf(PR_ATTACH_DATA_OBJ))
             return MAPI_E_INTERFACE_NOT_SUPPORTED;
-        if (iid == kIidStreamDocfile)
+        if (iid == kIidStreamDocfile && HasMethod(ATTACH_OLE))
             return OpenAsDocfile(flags, object);
         if (tag != PR_ATTACH_DATA_OBJ)
             return MAPI_E_INTERFACE_NOT_SUPPORTED;
-        if (iid == kIidMessage)
+        if (iid == kIidMessage && HasMethod(ATTACH_EMBEDDED_MSG))
             return OpenEmbedded(flags, object);
-        return iid == kIidStorage ? OpenStorage(flags, object) : MAPI_E_INTERFACE_NOT_SUPPORTED;
+        if (iid == kIidStorage && HasMethod(ATTACH_OLE))
+            return OpenStorage(flags, object);
+        return MAPI_E_INTERFACE_NOT_SUPPORTED;
     }
 
     HRESULT CopySubobjects(PropertySide& target, const CopyFilter& filter) const override {
@@ -53,6 +55,12 @@ protected:
     }
 
 private:
+    /// [MS-OXCMSG] 2.2.2.9: the method says which interface PR_ATTACH_DATA_OBJ has.
+    bool HasMethod(std::uint32_t method) const {
+        return m_attachment->Stored().GetOr<PR_ATTACH_METHOD>(NO_ATTACHMENT) ==
+               static_cast<std::int32_t>(method);
+    }
+
     HRESULT OpenEmbedded(ULONG flags, IUnknown** object) {
         std::shared_ptr<OpenMessage> message;
         const HRESULT status = m_attachment->Embedded(

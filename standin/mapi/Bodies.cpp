@@ -161,7 +161,7 @@ HRESULT Give(PropertyTag tag, T what, Value& value) {
 HRESULT EncodeHtml(PropertyObject& message, Value& value) {
     const auto* text = std::get_if<std::wstring>(&value);
     if (!text)
-        return std::holds_alternative<Bytes>(value) ? S_OK : MAPI_E_INVALID_TYPE;
+        return std::holds_alternative<Bytes>(value) ? S_OK : MAPI_E_UNEXPECTED_TYPE;
     const UINT codePage = HtmlCodePage(message);
     const Bytes bytes = Encode(*text, codePage);
     if (Decode(bytes, codePage) == *text) {
@@ -226,9 +226,9 @@ HRESULT WriteBody(PropertyObject& message, PropertyTag tag, Value value) {
     if (const auto* narrow = std::get_if<std::string>(&value))
         value = mailbox::Widen(*narrow, CP_ACP);
     if (id == kText && !std::holds_alternative<std::wstring>(value))
-        return MAPI_E_INVALID_TYPE;
+        return MAPI_E_UNEXPECTED_TYPE;
     if (id == kRtf && !std::holds_alternative<Bytes>(value))
-        return MAPI_E_INVALID_TYPE;
+        return MAPI_E_UNEXPECTED_TYPE;
     if (id == kHtml)
         if (const HRESULT status = EncodeHtml(message, value); FAILED(status))
             return status;

@@ -21,8 +21,7 @@
 namespace standin::mapi {
 namespace {
 
-// Odd, and neither zero nor a pointer into anything: a value read too early or too late shows itself.
-constexpr int kFresh = 0xCD;
+// As odd as kUnsetByte: for a value read too late.
 constexpr int kFreed = 0xDD;
 constexpr int kGuard = 0xFD;
 constexpr std::size_t kGuardSize = 16;
@@ -63,7 +62,7 @@ void* Add(std::size_t size, void* root) {
     if (!memory)
         throw std::bad_alloc();
     void* address = memory.get();
-    std::memset(address, kFresh, size);
+    std::memset(address, kUnsetByte, size);
     Block& block = g_blocks[address];
     block.memory = std::move(memory);
     block.size = size;

@@ -8,6 +8,10 @@
 
 namespace standin::mapi {
 
+/// What memory is filled with before anything is put there. Odd, and neither zero nor a pointer into
+/// anything: a value read too early shows itself.
+inline constexpr int kUnsetByte = 0xCD;
+
 /// A new block, filled with a pattern. MAPI_E_NOT_INITIALIZED before MAPIInitialize, E_INVALIDARG for a null
 /// `block`, MAPI_E_NOT_ENOUGH_MEMORY.
 HRESULT AllocateBuffer(ULONG size, void** block);

@@ -47,16 +47,21 @@ HRESULT Give(IUnknown* object, ULONG type, const EntryRequest& request) {
     return S_OK;
 }
 
+bool CanModify(const Store& store, const EntryRequest& request) {
+    return request.storeIsWritable && !store.IsReadOnly();
+}
+
 HRESULT OpenFolder(mailbox::Folder* folder, const EntryRequest& request) {
     if (!folder)
         return MAPI_E_NOT_FOUND;
     if (!Offers<IMAPIFolder>(request.iid))
         return MAPI_E_INTERFACE_NOT_SUPPORTED;
     Access access{};
-    if (const HRESULT status = AccessFrom(request.flags, !folder->Store().IsReadOnly(), access);
+    if (const HRESULT status = AccessFrom(request.flags, CanModify(folder->Store(), request), access);
         FAILED(status))
         return status;
-    return Give(MakeFolder(folder->shared_from_this(), access), MAPI_FOLDER, request);
+    return Give(MakeFolder(folder->shared_from_this(), access, request.storeIsWritable), MAPI_FOLDER,
+                request);
 }
 
 HRESULT OpenMessage(const std::shared_ptr<mailbox::Message>& message, const EntryRequest& request) {
@@ -66,7 +71,7 @@ HRESULT OpenMessage(const std::shared_ptr<mailbox::Message>& message, const Entr
         return MAPI_E_INTERFACE_NOT_SUPPORTED;
     mailbox::Folder& folder = *message->ParentFolder();
     Access access{};
-    if (const HRESULT status = AccessFrom(request.flags, !folder.Store().IsReadOnly(), access);
+    if (const HRESULT status = AccessFrom(request.flags, CanModify(folder.Store(), request), access);
         FAILED(status))
         return status;
     std::shared_ptr<mailbox::OpenMessage> open;
@@ -116,7 +121,11 @@ HRESULT TakeEntryRequest(ULONG size, const ENTRYID* entryId, const IID* iid, ULO
         return MAPI_E_INVALID_ENTRYID;
     if (flags & ~(MAPI_MODIFY | MAPI_BEST_ACCESS | MAPI_DEFERRED_ERRORS | kNoCache | kCacheOnly))
         return MAPI_E_UNKNOWN_FLAGS;
-    request = {BytesAt(size, entryId), iid, flags, objectType, object};
+    request = {.entryId = BytesAt(size, entryId),
+               .iid = iid,
+               .flags = flags,
+               .objectType = objectType,
+               .object = object};
     return S_OK;
 }
 

@@ -15,6 +15,7 @@ struct EntryRequest {
     ULONG flags;
     ULONG* objectType;
     IUnknown** object;
+    bool storeIsWritable = true; ///< whether the store was opened for writing
 };
 
 /// The parameters as a method gets them. E_INVALIDARG: a null pointer where something should be.
@@ -26,7 +27,8 @@ HRESULT TakeEntryRequest(ULONG size, const ENTRYID* entryId, const IID* iid, ULO
 /// E_ACCESSDENIED: MAPI_MODIFY where `canModify` is false.
 HRESULT AccessFrom(ULONG flags, bool canModify, mailbox::Access& access);
 
-/// Opens a folder or message, of one store or (null) of any. MAPI_E_NOT_FOUND: not there any more.
+/// Opens a folder or message, of one store or (null) of any. E_ACCESSDENIED: for writing, where the store
+/// itself is open for reading. MAPI_E_NOT_FOUND: not there any more.
 /// MAPI_E_UNKNOWN_ENTRYID: of another store, or nobody's. MAPI_E_INVALID_ENTRYID: too short for an entry id.
 HRESULT OpenStoreEntry(mailbox::Mailbox& mailbox, const mailbox::Store* store, const EntryRequest& request);
 /// Why an entry id opens no store: MAPI_E_NOT_FOUND: there is none of this name. MAPI_E_UNKNOWN_ENTRYID: it

@@ -72,8 +72,9 @@ HRESULT DeleteAll(const std::vector<std::shared_ptr<Folder>>& folders) {
 
 } // namespace
 
-FolderView::FolderView(std::shared_ptr<Folder> folder, Access access)
-    : DirectObject(folder, access == Access::Modify), m_folder(std::move(folder)) {
+FolderView::FolderView(std::shared_ptr<Folder> folder, Access access, bool storeIsWritable)
+    : DirectObject(folder, access == Access::Modify), m_folder(std::move(folder)),
+      m_storeIsWritable(storeIsWritable) {
 }
 
 HRESULT FolderView::Usable() const {
@@ -114,6 +115,7 @@ HRESULT FolderView::OpenEntry(ULONG size, ENTRYID* entryId, const IID* iid, ULON
         const mailbox::Bytes root = m_folder->Store().Root().EntryId();
         if (request.entryId.empty())
             request.entryId = root;
+        request.storeIsWritable = m_storeIsWritable;
         return OpenStoreEntry(m_folder->Store().Mailbox(), &m_folder->Store(), request);
     });
 }
@@ -192,8 +194,9 @@ HRESULT FolderView::CreateSubfolder(const std::wstring& name, const std::wstring
         created = m_folder->FindSubfolder(name)->shared_from_this();
     else if (FAILED(status))
         return status;
-    else if (!comment.empty())
-        created->Write(PR_COMMENT_W, comment);
+    else if (const HRESULT written = comment.empty() ? S_OK : created->Write(PR_COMMENT_W, comment);
+             FAILED(written))
+        return written;
     *folder = MakeFolder(std::move(created));
     return S_OK;
 }
@@ -257,6 +260,10 @@ HRESULT FolderView::SetReadFlags(ENTRYLIST* list, ULONG, IMAPIProgress*, ULONG f
             SUPPRESS_RECEIPT | GENERATE_RECEIPT_ONLY | CLEAR_RN_PENDING | CLEAR_NRN_PENDING | MESSAGE_DIALOG;
         if (flags & ~(kReceipts | CLEAR_READ_FLAG | MAPI_DEFERRED_ERRORS))
             return MAPI_E_UNKNOWN_FLAGS;
+        if ((flags & SUPPRESS_RECEIPT) && (flags & CLEAR_READ_FLAG))
+            return MAPI_E_INVALID_PARAMETER;
+        if (flags & (GENERATE_RECEIPT_ONLY | CLEAR_RN_PENDING | CLEAR_NRN_PENDING))
+            return S_OK; // there are no receipts to be sent or called off
         const bool read = (flags & CLEAR_READ_FLAG) == 0;
         if (list)
             return IsList(list) ? ForEachMessage(*m_folder, *list,
@@ -320,8 +327,8 @@ HRESULT FolderView::OpenObject(PropertyTag tag, REFIID iid, ULONG, IUnknown** ob
     return S_OK;
 }
 
-IMAPIFolder* MakeFolder(std::shared_ptr<Folder> folder, Access access) {
-    return new FolderView(std::move(folder), access);
+IMAPIFolder* MakeFolder(std::shared_ptr<Folder> folder, Access access, bool storeIsWritable) {
+    return new FolderView(std::move(folder), access, storeIsWritable);
 }
 
 } // namespace standin::mapi

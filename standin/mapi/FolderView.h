@@ -8,7 +8,7 @@ namespace standin::mapi {
 
 class FolderView final : public DirectObject<IMAPIFolder> {
 public:
-    FolderView(std::shared_ptr<mailbox::Folder> folder, mailbox::Access access);
+    FolderView(std::shared_ptr<mailbox::Folder> folder, mailbox::Access access, bool storeIsWritable);
 
     HRESULT STDMETHODCALLTYPE GetContentsTable(ULONG flags, IMAPITable** table) override;
     HRESULT STDMETHODCALLTYPE GetHierarchyTable(ULONG flags, IMAPITable** table) override;
@@ -68,6 +68,7 @@ private:
                           std::shared_ptr<mailbox::Folder>& subfolder) const;
 
     std::shared_ptr<mailbox::Folder> m_folder;
+    bool m_storeIsWritable;
 };
 
 } // namespace standin::mapi

@@ -83,7 +83,7 @@ HRESULT CopyAttachments(const OpenMessage& from, OpenMessage& to) {
 } // namespace
 
 MessageView::MessageView(std::shared_ptr<OpenMessage> message)
-    : TransactedObject(message->IsWritable()), m_message(std::move(message)) {
+    : TransactedObject(message->IsWritable(), {message, &message->Left()}), m_message(std::move(message)) {
 }
 
 HRESULT MessageView::GetAttachmentTable(ULONG flags, IMAPITable** table) {
@@ -175,6 +175,13 @@ HRESULT MessageView::Read(PropertyTag tag, Value& value) const {
 HRESULT MessageView::Write(PropertyTag tag, Value value) {
     return IsBodyProperty(tag) ? WriteBody(*m_message, tag, std::move(value))
                                : m_message->Write(tag, std::move(value));
+}
+
+/// The three forms are one body: none of them can go alone.
+HRESULT MessageView::Erase(PropertyTag tag) {
+    if (!IsBodyForm(tag))
+        return m_message->Erase(tag);
+    return NativeBodyOf(*m_message) == NativeBody::None ? MAPI_E_NOT_FOUND : EraseBody(*m_message);
 }
 
 std::vector<PropertyTag> MessageView::Tags() const {

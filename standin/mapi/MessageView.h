@@ -27,6 +27,7 @@ public:
     HRESULT CheckWritable() const override;
     HRESULT Read(mailbox::PropertyTag tag, mailbox::Value& value) const override;
     HRESULT Write(mailbox::PropertyTag tag, mailbox::Value value) override;
+    HRESULT Erase(mailbox::PropertyTag tag) override;
     std::vector<mailbox::PropertyTag> Tags() const override;
     std::vector<mailbox::PropertyTag> TagsToCopy() const override;
     HRESULT BeginCopy(std::span<const mailbox::PropertyTag> tags) override;

@@ -83,8 +83,12 @@ public:
             return call.Status();
         return call.Return(Query(iid, object));
     }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++m_references; }
+    ULONG STDMETHODCALLTYPE AddRef() override {
+        CheckInitialized(L": referenced without MAPIInitialize");
+        return ++m_references;
+    }
     ULONG STDMETHODCALLTYPE Release() override {
+        CheckInitialized(L": released without MAPIInitialize");
         const ULONG left = --m_references;
         if (left == 0) {
             LastRelease();
@@ -106,7 +110,8 @@ protected:
         Crossing call(Side::Mapi, Traits::name, member);
         if (call.Fails())
             return call.Status();
-        HRESULT status = IsInitialized() ? Usable() : MAPI_E_NOT_INITIALIZED;
+        const SessionScope scope(m_session);
+        HRESULT status = Callable();
         if (SUCCEEDED(status))
             status = Guarded(work);
         if (FAILED(status))
@@ -125,6 +130,11 @@ protected:
         return Call(member, [] { return MAPI_E_NO_SUPPORT; });
     }
 
+    /// Of the object's session; null for an object of none.
+    const SessionPointer& Session() const { return m_session; }
+    /// For the session itself: its objects are those that it gives from now on.
+    void BeginSession() { m_session = std::make_shared<SessionLife>(); }
+
     /// Whether methods may be called at this time: S_OK, or what they answer.
     virtual HRESULT Usable() const { return S_OK; }
     /// The object is about to go; it is still whole.
@@ -135,6 +145,16 @@ protected:
     const LastFailure& Failure() const { return m_lastFailure; }
 
 private:
+    HRESULT Callable() const {
+        if (!IsInitialized())
+            return MAPI_E_NOT_INITIALIZED;
+        return m_session && m_session->isOver ? MAPI_E_END_OF_SESSION : Usable();
+    }
+    /// The code of an object may be gone after the last MAPIUninitialize.
+    static void CheckInitialized(const wchar_t* what) {
+        if (!IsInitialized())
+            ReportViolation(std::wstring(Traits::name) + what);
+    }
     HRESULT Query(REFIID iid, void** object) {
         if (!object)
             return MAPI_E_INVALID_PARAMETER;
@@ -150,6 +170,7 @@ private:
 
     ULONG m_references = 1;
     LastFailure m_lastFailure;
+    SessionPointer m_session = CallersSession();
     LiveCount m_alive{LiveObjects()};
 };
 

@@ -4,6 +4,8 @@
 #include "standin/mapi/Views.h"
 #include "standin/watch/Watch.h"
 
+#include <utility>
+
 namespace standin::mapi {
 namespace {
 
@@ -11,6 +13,7 @@ std::int64_t g_initializations = 0;
 std::int64_t g_objects = 0;
 std::int64_t g_buffers = 0;
 mailbox::Mailbox* g_mailbox = nullptr;
+SessionPointer g_callersSession;
 
 } // namespace
 
@@ -20,12 +23,28 @@ HRESULT Initialize() {
 }
 
 void Uninitialize() {
-    if (g_initializations > 0)
-        --g_initializations;
+    if (g_initializations == 0)
+        return;
+    --g_initializations;
+    if (g_initializations == 0 && g_objects > 0)
+        ReportViolation(L"MAPIUninitialize while " + std::to_wstring(g_objects) +
+                        L" objects are not released yet");
 }
 
 bool IsInitialized() {
     return g_initializations > 0;
+}
+
+const SessionPointer& CallersSession() {
+    return g_callersSession;
+}
+
+SessionScope::SessionScope(SessionPointer session)
+    : m_before(std::exchange(g_callersSession, std::move(session))) {
+}
+
+SessionScope::~SessionScope() {
+    g_callersSession = std::move(m_before);
 }
 
 std::int64_t& LiveObjects() {

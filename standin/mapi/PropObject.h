@@ -1,6 +1,7 @@
 // Objects whose interface is an IMAPIProp.
 #pragma once
 
+#include "standin/mailbox/Message.h"
 #include "standin/mapi/Errors.h"
 #include "standin/mapi/Object.h"
 #include "standin/mapi/PropertySide.h"
@@ -86,9 +87,14 @@ inline HRESULT CheckSaveFlags(ULONG flags) {
 template <class Interface>
 class TransactedObject : public PropObject<Interface> {
 public:
-    explicit TransactedObject(bool writable) : m_writable(writable) {}
+    /// `left` is shared by all objects for one and the same open thing.
+    explicit TransactedObject(bool writable,
+                              std::shared_ptr<mailbox::LeftOpen> left = std::make_shared<mailbox::LeftOpen>())
+        : m_writable(writable), m_left(std::move(left)) {}
 
-    HRESULT CheckWritable() const override { return m_writable ? S_OK : E_ACCESSDENIED; }
+    HRESULT CheckWritable() const override {
+        return m_writable && m_left->forWriting ? S_OK : E_ACCESSDENIED;
+    }
 
     HRESULT Save(ULONG flags) override {
         HRESULT status = CheckSaveFlags(flags);
@@ -98,18 +104,18 @@ public:
             status = SaveNow((flags & FORCE_SAVE) != 0);
         if (FAILED(status))
             return status;
-        m_writable = (flags & KEEP_OPEN_READONLY) == 0;
-        m_atAnEnd = (flags & kKeepOpen) == 0;
+        m_left->forWriting = (flags & KEEP_OPEN_READONLY) == 0;
+        m_left->atAll = (flags & kKeepOpen) != 0;
         return status;
     }
 
 protected:
     virtual HRESULT SaveNow(bool force) = 0;
-    HRESULT Usable() const override { return m_atAnEnd ? MAPI_E_INVALID_OBJECT : S_OK; }
+    HRESULT Usable() const override { return m_left->atAll ? S_OK : MAPI_E_INVALID_OBJECT; }
 
 private:
     bool m_writable;
-    bool m_atAnEnd = false;
+    std::shared_ptr<mailbox::LeftOpen> m_left;
 };
 
 /// An object whose changes take effect at once: there is nothing for SaveChanges to do.

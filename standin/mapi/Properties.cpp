@@ -3,6 +3,7 @@
 #include "standin/mapi/PropertySide.h"
 #include "standin/mapi/Stream.h"
 #include "standin/mapi/Values.h"
+#include "standin/watch/Watch.h"
 
 #include <algorithm>
 
@@ -51,9 +52,6 @@ HRESULT PropertySide::OpenObject(PropertyTag, REFIID, ULONG, IUnknown**) {
 namespace properties {
 namespace {
 
-constexpr PropertyId kNoId = 0;
-constexpr PropertyId kInvalidId = 0xFFFF;
-
 bool HasOnlyKnownTypes(const SPropTagArray& tags) {
     return std::ranges::all_of(TagsOf(tags), [](ULONG tag) { return IsPropertyType(TypeOf(tag)); });
 }
@@ -73,15 +71,6 @@ Value ReadForCaller(const PropertySide& side, PropertyTag tag, bool wide) {
     return value;
 }
 
-HRESULT CheckValue(const PropertySide& side, PropertyTag tag) {
-    if (IdOf(tag) == kNoId || IdOf(tag) == kInvalidId)
-        return MAPI_E_INVALID_PARAMETER;
-    // An id that the store never gave to a name.
-    if (mailbox::IsNamed(tag) && !side.Properties().Names().Name(IdOf(tag)))
-        return MAPI_E_INVALID_PARAMETER;
-    return S_OK;
-}
-
 /// Notes what went wrong with each property; hands the list over where the caller wants it.
 class Problems {
 public:
@@ -99,6 +88,17 @@ private:
 };
 
 } // namespace
+
+HRESULT CheckId(const PropertySide& side, PropertyTag tag) {
+    constexpr PropertyId kNoId = 0;
+    constexpr PropertyId kInvalidId = 0xFFFF;
+    if (IdOf(tag) == kNoId || IdOf(tag) == kInvalidId)
+        return MAPI_E_INVALID_PARAMETER;
+    // An id that the store never gave to a name.
+    if (mailbox::IsNamed(tag) && !side.Properties().Names().Name(IdOf(tag)))
+        return MAPI_E_INVALID_PARAMETER;
+    return S_OK;
+}
 
 HRESULT GetProps(const PropertySide& side, const SPropTagArray* tags, ULONG flags, ULONG* count,
                  SPropValue** values) {
@@ -156,7 +156,9 @@ HRESULT SetProps(PropertySide& side, ULONG count, const SPropValue* values, SPro
         const PropertyTag tag = values[i].ulPropTag;
         HRESULT status = statuses[i];
         if (SUCCEEDED(status))
-            status = CheckValue(side, tag);
+            status = CheckId(side, tag);
+        if (SUCCEEDED(status) && RoomFor(taken[i]) > WantedDeviations().largestValueSet)
+            status = MAPI_E_NOT_ENOUGH_MEMORY;
         if (SUCCEEDED(status))
             status = side.Write(tag, std::move(taken[i]));
         if (status == MAPI_E_OBJECT_DELETED)

@@ -62,6 +62,10 @@ inline constexpr IID kIidPropertySide{
 /// The members of IMAPIProp. Parameters and statuses are those of the interface.
 namespace properties {
 
+/// Whether an id can have a value on this object. MAPI_E_INVALID_PARAMETER: an id that stands for nothing, or
+/// one that belongs to no name.
+HRESULT CheckId(const PropertySide& side, mailbox::PropertyTag tag);
+
 HRESULT GetProps(const PropertySide& side, const SPropTagArray* tags, ULONG flags, ULONG* count,
                  SPropValue** values);
 HRESULT GetPropList(const PropertySide& side, ULONG flags, SPropTagArray** tags);

@@ -51,6 +51,10 @@ HRESULT OpenPropertyStream(PropertySide& side, PropertyTag tag, ULONG flags, IUn
     const PropertyType type = mailbox::TypeOf(tag);
     if (type != PT_UNICODE && type != PT_STRING8 && type != PT_BINARY)
         return MAPI_E_INTERFACE_NOT_SUPPORTED;
+    if (flags & MAPI_MODIFY)
+        for (const HRESULT refused : {properties::CheckId(side, tag), side.Properties().CheckTag(tag)})
+            if (FAILED(refused))
+                return refused;
     Value value;
     const HRESULT status = side.Read(tag, value);
     if (FAILED(status) && !(status == MAPI_E_NOT_FOUND && (flags & MAPI_CREATE)))

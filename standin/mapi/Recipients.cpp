@@ -24,6 +24,11 @@ HRESULT TakeRows(const ADRLIST& list, Rows& rows) {
     return S_OK;
 }
 
+/// What every row must say: who it is, and how he gets the message.
+bool IsComplete(const PropertyBag& row) {
+    return row.Get<PR_RECIPIENT_TYPE>() && row.Get<PR_DISPLAY_NAME_W>();
+}
+
 bool HasRow(const OpenMessage& message, std::int32_t rowId) {
     return std::ranges::any_of(message.Recipients(),
                                [&](const PropertyBag& row) { return row.GetOr<PR_ROWID>(-1) == rowId; });
@@ -95,6 +100,8 @@ HRESULT ChangeRecipients(OpenMessage& message, ULONG flags, const ADRLIST* chang
         return status;
     const bool needsRowIds = flags == MODRECIP_MODIFY || flags == MODRECIP_REMOVE;
     if (needsRowIds && !std::ranges::all_of(rows, [](const PropertyBag& row) { return row.Get<PR_ROWID>(); }))
+        return MAPI_E_INVALID_PARAMETER;
+    if (flags != MODRECIP_REMOVE && !std::ranges::all_of(rows, IsComplete))
         return MAPI_E_INVALID_PARAMETER;
     NoteMessagePartReplaced();
     switch (flags) {

@@ -20,7 +20,7 @@ constexpr ULONG kOpenStoreFlags = MDB_NO_DIALOG | MDB_WRITE | MAPI_DEFERRED_ERRO
 
 class SessionView final : public Object<IMAPISession> {
 public:
-    explicit SessionView(mailbox::Mailbox& mailbox) : m_mailbox(mailbox) {}
+    explicit SessionView(mailbox::Mailbox& mailbox) : m_mailbox(mailbox) { BeginSession(); }
 
     HRESULT STDMETHODCALLTYPE GetLastError(HRESULT status, ULONG flags, MAPIERROR** error) override {
         return Call(L"GetLastError", Outputs(error),
@@ -94,7 +94,7 @@ public:
     }
     HRESULT STDMETHODCALLTYPE Logoff(ULONG_PTR, ULONG, ULONG) override {
         return Call(L"Logoff", [&] {
-            m_loggedOff = true;
+            Session()->isOver = true;
             return S_OK;
         });
     }
@@ -112,11 +112,9 @@ public:
         return NotSupported(L"PrepareForm");
     }
 
-protected:
-    HRESULT Usable() const override { return m_loggedOff ? MAPI_E_END_OF_SESSION : S_OK; }
-
 private:
     HRESULT OpenStore(ULONG size, const ENTRYID* entryId, const IID* iid, ULONG flags, IMsgStore** store) {
+        TellFlags(flags);
         if (flags & ~kOpenStoreFlags)
             return MAPI_E_UNKNOWN_FLAGS;
         const ULONG entryFlags = (flags & MAPI_BEST_ACCESS) | (flags & MDB_WRITE ? MAPI_MODIFY : 0);
@@ -185,7 +183,6 @@ private:
     }
 
     mailbox::Mailbox& m_mailbox;
-    bool m_loggedOff = false;
 };
 
 } // namespace

@@ -33,6 +33,7 @@ public:
             const mailbox::Bytes root = m_store.Root().EntryId();
             if (request.entryId.empty())
                 request.entryId = root;
+            request.storeIsWritable = SUCCEEDED(CheckWritable());
             return OpenStoreEntry(m_store.Mailbox(), &m_store, request);
         });
     }

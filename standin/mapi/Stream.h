@@ -73,9 +73,9 @@ private:
 };
 
 /// OpenProperty with IStream: the text (without its NUL) or the bytes of a property. What is written is in
-/// the property once the stream is committed, and lost otherwise. MAPI_E_NOT_FOUND: there is no such
-/// property, and MAPI_CREATE doesn't ask for a new one. MAPI_E_INTERFACE_NOT_SUPPORTED: neither text nor
-/// binary.
+/// the property once the stream is committed, and lost otherwise. For writing, a property that can't be
+/// written is refused as SetProps refuses it. MAPI_E_NOT_FOUND: there is no such property, and MAPI_CREATE
+/// doesn't ask for a new one. MAPI_E_INTERFACE_NOT_SUPPORTED: neither text nor binary.
 HRESULT OpenPropertyStream(PropertySide& side, mailbox::PropertyTag tag, ULONG flags, IUnknown** object);
 
 } // namespace standin::mapi

@@ -113,10 +113,12 @@ struct Layer {
         target.Value.lpguid = static_cast<GUID*>(Put(&guid, sizeof guid, room));
     }
     void operator()(const Bytes& bytes) const { target.Value.bin = PutBytes(bytes, room); }
-    /// What has no count is its pointer alone, which is null already.
+    /// What has no count is its pointer alone.
     void operator()(const mailbox::NullPointer& pointer) const {
         if (pointer.type == PT_BINARY || (pointer.type & MV_FLAG))
-            ArrayOf(target).cb = pointer.count;
+            ArrayOf(target) = {pointer.count, nullptr};
+        else
+            target.Value.lpszW = nullptr;
     }
 
     template <class T>
@@ -218,7 +220,9 @@ std::size_t RoomFor(const Value& value) {
 }
 
 void LayOut(const mailbox::Property& property, SPropValue& target, std::byte*& room) {
-    target = {};
+    // What the value doesn't fill stays unset: who reads another member of the union than that of the type
+    // finds no number there.
+    std::memset(&target, kUnsetByte, sizeof target);
     target.ulPropTag = property.Tag();
     std::visit(Layer{target, room}, property.value);
 }

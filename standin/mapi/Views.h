@@ -21,8 +21,9 @@ mailbox::Mailbox* CurrentMailbox();
 /// A session on the current mailbox; null if there is none.
 IMAPISession* MakeSession();
 IMsgStore* MakeStore(mailbox::Store& store, mailbox::Access access = mailbox::Access::Modify);
+/// `storeIsWritable`: what the folder opens in turn can be open for writing.
 IMAPIFolder* MakeFolder(std::shared_ptr<mailbox::Folder> folder,
-                        mailbox::Access access = mailbox::Access::Modify);
+                        mailbox::Access access = mailbox::Access::Modify, bool storeIsWritable = true);
 /// The MAPI side of an open message. It shares the working copy with whoever else holds it: what one writes,
 /// the other reads, and either can save it. The object takes its access from the open message.
 IMessage* MakeMessage(std::shared_ptr<mailbox::OpenMessage> message);

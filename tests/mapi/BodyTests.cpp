@@ -77,6 +77,19 @@ TEST_F(BodyTest, WhicheverFormIsWrittenTheOthersFollow) {
     EXPECT_EQ(Problem(message.Get(), Long(mapi::kPrNativeBodyInfo, 1)), MAPI_E_COMPUTED);
 }
 
+TEST_F(BodyTest, WhicheverFormIsDeletedTheBodyIsGone) {
+    for (const ULONG tag : {PR_BODY_W, ULONG{kPrHtml}, PR_RTF_COMPRESSED}) {
+        const Ref<IMessage> message = NewMessage(L"Hello");
+        ASSERT_EQ(Set(message.Get(), Text(PR_BODY_W, L"text")), S_OK);
+        Block<SPropProblemArray> problems;
+        ASSERT_EQ(message->DeleteProps(Tags{tag}, &problems), S_OK);
+        EXPECT_FALSE(problems);
+        for (const ULONG form : {PR_BODY_W, ULONG{kPrHtml}, PR_RTF_COMPRESSED})
+            EXPECT_EQ(ReadStatus(message.Get(), form), MAPI_E_NOT_FOUND) << std::hex << tag << ' ' << form;
+        EXPECT_EQ(Native(message.Get()), 0);
+    }
+}
+
 TEST_F(BodyTest, RtfSyncMakesTheFormThatChangedTheOneThatCounts) {
     const auto open = MakeMessage();
     const std::string rtf = "{\\rtf1 from rtf}";

@@ -10,6 +10,7 @@ namespace mapi_tests {
 namespace {
 
 using BufferTest = MapiTest;
+using Texts = std::vector<std::wstring>;
 
 TEST_F(BufferTest, ABlockIsFreedWithAllThatIsChainedToIt) {
     void* root = nullptr;
@@ -65,6 +66,8 @@ TEST_F(BufferTest, WritingWhereNothingMayBeWrittenIsNoticed) {
 
 TEST(InitializationTest, ThereIsNoMapiOutsideOfIt) {
     const auto world = mailbox::MakeSampleWorld();
+    Recorder watch;
+    SetCurrentWatch(&watch);
     mapi::SetMailbox(world.get());
     void* block = nullptr;
     EXPECT_EQ(MAPIAllocateBuffer(10, &block), MAPI_E_NOT_INITIALIZED);
@@ -79,10 +82,20 @@ TEST(InitializationTest, ThereIsNoMapiOutsideOfIt) {
     Ref<IMAPITable> table;
     MAPIUninitialize();
     EXPECT_EQ(session->GetMsgStoresTable(0, &table), S_OK);
+    table.Clear();
+    EXPECT_EQ(watch.Violations(), Texts());
     MAPIUninitialize();
     EXPECT_EQ(session->GetMsgStoresTable(0, &table), MAPI_E_NOT_INITIALIZED);
     MAPIUninitialize(); // once too often is once too often, no more
     EXPECT_EQ(mapi::Live().sessions, 0);
+    session->AddRef();
+    session->Release();
+    session.Clear();
+    EXPECT_EQ(watch.Violations(), (Texts{L"MAPIUninitialize while 1 objects are not released yet",
+                                         L"IMAPISession: referenced without MAPIInitialize",
+                                         L"IMAPISession: released without MAPIInitialize",
+                                         L"IMAPISession: released without MAPIInitialize"}));
+    SetCurrentWatch(nullptr);
     mapi::SetMailbox(nullptr);
 }
 

@@ -65,7 +65,7 @@ TEST_F(MessageTest, RecipientsAreAddedReplacedAndRemoved) {
     ASSERT_EQ(message->ModifyRecipients(MODRECIP_REMOVE, changed), S_OK);
     EXPECT_EQ(message->ModifyRecipients(MODRECIP_REMOVE, changed), MAPI_E_NOT_FOUND);
     EXPECT_EQ(Recipients(message.Get()), (Texts{L"Ann", L"Cid"}));
-    AddressList other{{Text(PR_DISPLAY_NAME_W, L"Dora")}};
+    AddressList other{{Text(PR_DISPLAY_NAME_W, L"Dora"), Long(PR_RECIPIENT_TYPE, MAPI_TO)}};
     ASSERT_EQ(message->ModifyRecipients(0, other), S_OK);
     EXPECT_EQ(Recipients(message.Get()), Texts{L"Dora"});
 }
@@ -73,13 +73,19 @@ TEST_F(MessageTest, RecipientsAreAddedReplacedAndRemoved) {
 TEST_F(MessageTest, RecipientListsThatCantBeChangeNothing) {
     const Ref<IMessage> message = NewMessage();
     AddRecipient(message.Get(), L"Warehouse");
-    AddressList noRow{{Text(PR_DISPLAY_NAME_W, L"x")}};
+    AddressList noRow{{Text(PR_DISPLAY_NAME_W, L"x"), Long(PR_RECIPIENT_TYPE, MAPI_TO)}};
+    AddressList noType{{Text(PR_DISPLAY_NAME_W, L"x")}};
+    AddressList noName{{Long(PR_RECIPIENT_TYPE, MAPI_TO)}};
     AddressList nullText{{Text(PR_DISPLAY_NAME_W, L"good")}, {Text(PR_DISPLAY_NAME_W, nullptr)}};
     AddressList object{{Long(PR_MESSAGE_RECIPIENTS, 0)}};
     EXPECT_EQ(message->ModifyRecipients(MODRECIP_ADD, nullptr), MAPI_E_INVALID_PARAMETER);
     EXPECT_EQ(message->ModifyRecipients(MODRECIP_MODIFY, noRow), MAPI_E_INVALID_PARAMETER);
     EXPECT_EQ(message->ModifyRecipients(MODRECIP_REMOVE, noRow), MAPI_E_INVALID_PARAMETER);
     EXPECT_EQ(message->ModifyRecipients(0, nullText), MAPI_E_INVALID_PARAMETER);
+    for (const ULONG flags : {ULONG{0}, ULONG{MODRECIP_ADD}}) {
+        EXPECT_EQ(message->ModifyRecipients(flags, noType), MAPI_E_INVALID_PARAMETER);
+        EXPECT_EQ(message->ModifyRecipients(flags, noName), MAPI_E_INVALID_PARAMETER);
+    }
     EXPECT_EQ(message->ModifyRecipients(MODRECIP_ADD, object), MAPI_E_INVALID_TYPE);
     EXPECT_EQ(message->ModifyRecipients(MODRECIP_ADD | MODRECIP_REMOVE, noRow), MAPI_E_UNKNOWN_FLAGS);
     EXPECT_EQ(Recipients(message.Get()), Texts{L"Warehouse"});
@@ -88,7 +94,8 @@ TEST_F(MessageTest, RecipientListsThatCantBeChangeNothing) {
 TEST_F(MessageTest, RowsOfTheTableGoBackAsAnAddressList) {
     const Ref<IMessage> message = NewMessage();
     AddressList names{{Text(PR_DISPLAY_NAME_W, L"Service North"), Long(PR_RECIPIENT_TYPE, MAPI_CC)},
-                      {Text(PR_DISPLAY_NAME_W, L"new@example.org"), Long(PROP_TAG(PT_LONG, 0x6700), 5)}};
+                      {Text(PR_DISPLAY_NAME_W, L"new@example.org"), Long(PR_RECIPIENT_TYPE, MAPI_TO),
+                       Long(PROP_TAG(PT_LONG, 0x6700), 5)}};
     ASSERT_EQ(message->ModifyRecipients(MODRECIP_ADD, names), S_OK);
     const Ref<IMAPITable> table = RecipientTable(message.Get());
     Block<SPropTagArray> columns;
@@ -176,16 +183,21 @@ TEST_F(MessageTest, OpeningAndDeletingAttachmentsTellWhyNot) {
     EXPECT_EQ(message->OpenAttach(0, nullptr, 0, &attach), MAPI_E_NOT_FOUND);
     ASSERT_EQ(message->OpenAttach(1, nullptr, 0, &attach), S_OK) << "the others keep their numbers";
     EXPECT_EQ(GetText(attach.Get(), PR_ATTACH_LONG_FILENAME_W), L"b");
+    ASSERT_EQ(message->OpenAttach(1, nullptr, MAPI_MODIFY, &attach), S_OK);
+    ASSERT_EQ(message->DeleteAttach(1, 0, nullptr, 0), S_OK);
+    EXPECT_EQ(attach->SaveChanges(KEEP_OPEN_READWRITE), MAPI_E_OBJECT_DELETED) << "it doesn't come back";
+    EXPECT_EQ(RowCount(AttachmentTable(message.Get()).Get()), 0u);
 }
 
 TEST_F(MessageTest, AMessageIsEmbeddedInThreeSaves) {
     const Ref<IMessage> message = NewMessage(L"Outer");
     Ref<IAttach> attach = NewAttach(message.Get(), L"mail");
-    ASSERT_EQ(Set(attach.Get(), Long(PR_ATTACH_METHOD, ATTACH_EMBEDDED_MSG)), S_OK);
     Ref<IMessage> inner;
     const auto open = [&](ULONG flags) {
         return attach->OpenProperty(PR_ATTACH_DATA_OBJ, &mapi::kIidMessage, 0, flags, inner.Unknown());
     };
+    EXPECT_EQ(open(MAPI_CREATE | MAPI_MODIFY), MAPI_E_INTERFACE_NOT_SUPPORTED) << "by its method";
+    ASSERT_EQ(Set(attach.Get(), Long(PR_ATTACH_METHOD, ATTACH_EMBEDDED_MSG)), S_OK);
     EXPECT_EQ(open(0), MAPI_E_NOT_FOUND);
     ASSERT_EQ(open(MAPI_CREATE | MAPI_MODIFY), S_OK);
     const Ref<IMessage> source = NewMessage(L"Inner");
@@ -206,7 +218,8 @@ TEST_F(MessageTest, AMessageIsEmbeddedInThreeSaves) {
     EXPECT_EQ(Set(inner.Get(), Text(PR_SUBJECT_W, L"x")), E_ACCESSDENIED);
     EXPECT_EQ(inner->SubmitMessage(0), E_ACCESSDENIED);
     Ref<IUnknown> other;
-    EXPECT_EQ(attach->OpenProperty(PR_ATTACH_DATA_OBJ, &mapi::kIidStorage, 0, 0, &other), MAPI_E_NOT_FOUND);
+    EXPECT_EQ(attach->OpenProperty(PR_ATTACH_DATA_OBJ, &mapi::kIidStorage, 0, 0, &other),
+              MAPI_E_INTERFACE_NOT_SUPPORTED);
 
     const Ref<IMessage> second = NewMessage(L"Second");
     const Ref<IAttach> copy = NewAttach(second.Get(), L"copy");
@@ -223,6 +236,8 @@ TEST_F(MessageTest, AnOleObjectIsAStorageAndAFile) {
     const auto open = [&](ULONG flags) {
         return attach->OpenProperty(PR_ATTACH_DATA_OBJ, &mapi::kIidStorage, 0, flags, storage.Unknown());
     };
+    EXPECT_EQ(open(MAPI_CREATE | MAPI_MODIFY), MAPI_E_INTERFACE_NOT_SUPPORTED) << "by its method";
+    ASSERT_EQ(Set(attach.Get(), Long(PR_ATTACH_METHOD, ATTACH_OLE)), S_OK);
     EXPECT_EQ(open(0), MAPI_E_NOT_FOUND);
     ASSERT_EQ(open(MAPI_CREATE | MAPI_MODIFY), S_OK);
     constexpr DWORD kExclusive = STGM_READWRITE | STGM_SHARE_EXCLUSIVE;
@@ -293,6 +308,30 @@ TEST_F(MessageTest, ASubmittedMessageArrivesAndIsGone) {
     EXPECT_EQ(elsewhere->SubmitMessage(0), MAPI_E_NO_SUPPORT);
 }
 
+TEST_F(MessageTest, WhatWaitsInTheOutboxIsLockedForEveryone) {
+    Ref<IMessage> message;
+    ASSERT_EQ(OpenFolder(L"Outbox")->CreateMessage(nullptr, 0, &message), S_OK);
+    AddRecipient(message.Get(), L"Back Office");
+    ASSERT_EQ(message->SubmitMessage(0), S_OK);
+    ASSERT_EQ(Folder(L"Outbox").Messages().size(), 1u);
+    Bytes id = Folder(L"Outbox").Messages()[0]->EntryId();
+    Ref<IMessage> anew;
+    ULONG type = 0;
+    ASSERT_EQ(Session()->OpenEntry(static_cast<ULONG>(id.size()), reinterpret_cast<ENTRYID*>(id.data()),
+                                   nullptr, MAPI_BEST_ACCESS, &type, anew.Unknown()),
+              S_OK);
+    EXPECT_EQ(Set(anew.Get(), Text(PR_SUBJECT_W, L"x")), MAPI_E_SUBMITTED);
+    EXPECT_EQ(anew->SaveChanges(KEEP_OPEN_READWRITE), MAPI_E_SUBMITTED);
+    EXPECT_EQ(anew->SubmitMessage(0), MAPI_E_SUBMITTED);
+    SBinary entry{static_cast<ULONG>(id.size()), id.data()};
+    ENTRYLIST list{1, &entry};
+    const Ref<IMAPIFolder> outbox = OpenFolder(L"Outbox"), inbox = OpenFolder(L"Inbox");
+    EXPECT_EQ(outbox->DeleteMessages(&list, 0, nullptr, 0), MAPI_W_PARTIAL_COMPLETION);
+    EXPECT_EQ(outbox->CopyMessages(&list, nullptr, inbox.Get(), 0, nullptr, MESSAGE_MOVE),
+              MAPI_W_PARTIAL_COMPLETION);
+    EXPECT_EQ(Folder(L"Outbox").Messages().size(), 1u);
+}
+
 TEST_F(MessageTest, AMessageThatCantBeSavedIsNotSubmitted) {
     Ref<IMessage> message;
     ASSERT_EQ(OpenFolder(L"Outbox")->CreateMessage(nullptr, 0, &message), S_OK);
@@ -315,9 +354,16 @@ TEST_F(MessageTest, BothViewsOfAnOpenMessageAreOne) {
     EXPECT_EQ(*open->Get<PR_SUBJECT_W>(), L"Shared");
     open->Write(PR_SUBJECT_W, std::wstring(L"Back"));
     EXPECT_EQ(GetText(one.Get(), PR_SUBJECT_W), L"Back");
-    ASSERT_EQ(one->SaveChanges(0), S_OK);
-    EXPECT_EQ(ReadStatus(one.Get(), PR_SUBJECT_W), MAPI_E_INVALID_OBJECT);
-    EXPECT_EQ(GetText(two.Get(), PR_SUBJECT_W), L"Back") << "one view is at an end, not the message";
+    ASSERT_EQ(one->SaveChanges(KEEP_OPEN_READONLY), S_OK);
+    EXPECT_EQ(Set(two.Get(), Text(PR_SUBJECT_W, L"x")), E_ACCESSDENIED);
+    const auto again = MakeMessage();
+    const Ref<IMessage> three(mapi::MakeMessage(again));
+    ASSERT_EQ(Set(three.Get(), Text(PR_SUBJECT_W, L"Ended")), S_OK);
+    ASSERT_EQ(three->SaveChanges(0), S_OK);
+    const Ref<IMessage> four(mapi::MakeMessage(again));
+    EXPECT_EQ(ReadStatus(three.Get(), PR_SUBJECT_W), MAPI_E_INVALID_OBJECT);
+    EXPECT_EQ(ReadStatus(four.Get(), PR_SUBJECT_W), MAPI_E_INVALID_OBJECT) << "whichever object";
+    EXPECT_EQ(*again->Get<PR_SUBJECT_W>(), L"Ended") << "the clients' end, not the message's";
 }
 
 } // namespace

@@ -4,6 +4,8 @@
 #include "standin/mapi/Values.h"
 #include "tests/mapi/Client.h"
 
+#include <algorithm>
+#include <cstring>
 #include <map>
 
 using namespace standin;
@@ -140,7 +142,12 @@ TEST_F(PropertyTest, EveryTypeComesBackAsItWasWritten) {
         const auto type = PROP_TYPE(expected.ulPropTag);
         EXPECT_EQ(value->ulPropTag, expected.ulPropTag);
         if (type < PT_STRING8 || type == PT_SYSTIME) {
-            EXPECT_EQ(value->Value.li.QuadPart, expected.Value.li.QuadPart) << std::hex << expected.ulPropTag;
+            const ULONG size = UlPropSize(value.Get());
+            EXPECT_EQ(std::memcmp(&value->Value, &expected.Value, size), 0) << std::hex << expected.ulPropTag;
+            const auto* rest = reinterpret_cast<const BYTE*>(&value->Value);
+            EXPECT_EQ(std::count(rest + size, rest + sizeof value->Value, mapi::kUnsetByte),
+                      static_cast<std::ptrdiff_t>(sizeof value->Value - size))
+                << "another member of the union is no number; " << std::hex << expected.ulPropTag;
         } else if (type & MV_FLAG) {
             EXPECT_EQ(value->Value.MVl.cValues, expected.Value.MVl.cValues) << std::hex << expected.ulPropTag;
         }
@@ -176,6 +183,12 @@ TEST_F(PropertyTest, ARefusedPropertyIsAProblemOfItsOwn) {
         {Long(PROP_TAG(PT_LONG, 0xFFFF), 0), MAPI_E_INVALID_PARAMETER},
         {Long(PROP_TAG(PT_LONG, 0xFFF0), 0), MAPI_E_INVALID_PARAMETER}, // no name behind it
         {Long(kOwnLong, 1), S_OK},
+        {Text(CHANGE_PROP_TYPE(PR_IMPORTANCE, PT_UNICODE), L"1"), MAPI_E_UNEXPECTED_TYPE},
+        {Long(CHANGE_PROP_TYPE(PR_SUBJECT_W, PT_LONG), 1), MAPI_E_UNEXPECTED_TYPE},
+        {Long(CHANGE_PROP_TYPE(PR_BODY_W, PT_LONG), 1), MAPI_E_UNEXPECTED_TYPE},
+        {Long(CHANGE_PROP_TYPE(PR_START_DATE, PT_LONG), 1), MAPI_E_UNEXPECTED_TYPE},
+        {Text(mailbox::kPrCreatorName, L"x"), MAPI_E_COMPUTED},
+        {Text(PR_SUBJECT_W, L"Hello"), S_OK},
     };
     for (const auto& [value, expected] : cases) {
         EXPECT_EQ(Problem(message.Get(), value), expected) << std::hex << value.ulPropTag;
@@ -187,6 +200,9 @@ TEST_F(PropertyTest, ARefusedPropertyIsAProblemOfItsOwn) {
     ASSERT_TRUE(problems && problems->cProblem == 1);
     EXPECT_EQ(GetText(message.Get(), PR_SUBJECT_W), L"Changed") << "the others are written all the same";
     EXPECT_EQ(message->SetProps(2, both, nullptr), S_OK);
+    Watch().Deviate().largestValueSet = 16;
+    EXPECT_EQ(Set(message.Get(), Text(PR_SUBJECT_W, L"12345678")), MAPI_E_NOT_ENOUGH_MEMORY);
+    EXPECT_EQ(Set(message.Get(), Text(PR_SUBJECT_W, L"1234567")), S_OK);
 }
 
 TEST_F(PropertyTest, DeletedIsGoneAndWhatIsGoneIsNoProblem) {
@@ -334,6 +350,7 @@ TEST_F(PropertyTest, OpenPropertyTellsWhyNot) {
     const Ref<IMessage> message = NewMessage(L"Hello");
     const Ref<IMessage> readOnly = Reopen(message.Get());
     const IID stranger = mapi::MapiIid(0x12345);
+    constexpr ULONG kCreate = MAPI_CREATE | MAPI_MODIFY;
     const struct {
         IMessage* message;
         ULONG tag;
@@ -348,6 +365,12 @@ TEST_F(PropertyTest, OpenPropertyTellsWhyNot) {
         {message.Get(), PR_SUBJECT_W, &mapi::kIidStream, 0x100, MAPI_E_UNKNOWN_FLAGS},
         {message.Get(), PR_SUBJECT_W, &stranger, 0, MAPI_E_INTERFACE_NOT_SUPPORTED},
         {message.Get(), PR_MESSAGE_SIZE, &mapi::kIidStream, 0, MAPI_E_INTERFACE_NOT_SUPPORTED},
+        {message.Get(), PR_DISPLAY_TO_W, &mapi::kIidStream, MAPI_MODIFY, MAPI_E_COMPUTED},
+        {message.Get(), PROP_TAG(PT_UNICODE, 0), &mapi::kIidStream, kCreate, MAPI_E_INVALID_PARAMETER},
+        {message.Get(), PROP_TAG(PT_UNICODE, 0xFFFF), &mapi::kIidStream, kCreate, MAPI_E_INVALID_PARAMETER},
+        {message.Get(), PROP_TAG(PT_UNICODE, 0xFFF0), &mapi::kIidStream, kCreate, MAPI_E_INVALID_PARAMETER},
+        {message.Get(), CHANGE_PROP_TYPE(PR_IMPORTANCE, PT_BINARY), &mapi::kIidStream, kCreate,
+         MAPI_E_UNEXPECTED_TYPE},
         {message.Get(), PR_SUBJECT_W, &mapi::kIidTable, 0, MAPI_E_INTERFACE_NOT_SUPPORTED},
         {readOnly.Get(), PR_SUBJECT_W, &mapi::kIidStream, MAPI_MODIFY, E_ACCESSDENIED},
         {readOnly.Get(), PR_SUBJECT_W, &mapi::kIidStream, 0, S_OK},

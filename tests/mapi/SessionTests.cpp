@@ -101,6 +101,38 @@ TEST_F(SessionTest, AStoreIsReadOnlyUnlessAskedFor) {
     EXPECT_EQ(GetText(OpenStore(0, 0).Get(), PR_COMMENT_W), L"x");
 }
 
+TEST_F(SessionTest, NothingBelowAReadOnlyStoreIsOpenForWriting) {
+    const Bytes inboxId = Folder(L"Inbox").EntryId();
+    const Bytes messageId = GetBinary(NewMessage(L"Hello").Get(), PR_ENTRYID);
+    const auto open = [&](auto* from, const Bytes& id, ULONG flags, auto& object) {
+        ULONG type = 0;
+        return from->OpenEntry(static_cast<ULONG>(id.size()), Id(id), nullptr, flags, &type,
+                               object.Unknown());
+    };
+    const struct {
+        ULONG store;
+        ULONG flags;
+        HRESULT opened;
+        HRESULT written;
+    } cases[] = {
+        {0, MAPI_MODIFY, E_ACCESSDENIED, 0},  {0, MAPI_BEST_ACCESS, S_OK, E_ACCESSDENIED},
+        {0, 0, S_OK, E_ACCESSDENIED},         {MDB_WRITE, 0, S_OK, E_ACCESSDENIED},
+        {MDB_WRITE, MAPI_MODIFY, S_OK, S_OK}, {MAPI_BEST_ACCESS, MAPI_MODIFY, S_OK, S_OK},
+    };
+    for (const auto& row : cases) {
+        const Ref<IMsgStore> store = OpenStore(0, row.store);
+        Ref<IMAPIFolder> folder, reader;
+        Ref<IMessage> message;
+        ASSERT_EQ(open(store.Get(), inboxId, 0, reader), S_OK);
+        EXPECT_EQ(open(store.Get(), inboxId, row.flags, folder), row.opened);
+        EXPECT_EQ(open(reader.Get(), messageId, row.flags, message), row.opened) << "through a folder too";
+        if (folder && message) {
+            EXPECT_EQ(Set(folder.Get(), Text(PR_COMMENT_W, L"x")), row.written);
+            EXPECT_EQ(Set(message.Get(), Text(PR_SUBJECT_W, L"x")), row.written);
+        }
+    }
+}
+
 TEST_F(SessionTest, EntryIdsOpenWhatTheyName) {
     const Ref<IMessage> message = NewMessage(L"Hello");
     const Bytes messageId = GetBinary(message.Get(), PR_ENTRYID);
@@ -197,9 +229,18 @@ TEST_F(SessionTest, TheUserIsTheOwnerOfTheDefaultStore) {
 }
 
 TEST_F(SessionTest, ALoggedOffSessionIsAtAnEnd) {
+    const Ref<IMAPIFolder> inbox = OpenFolder(L"Inbox");
+    const Ref<IMessage> message = NewMessage(L"Hello");
+    Ref<IStream> stream;
+    ASSERT_EQ(OpenStream(message.Get(), PR_SUBJECT_W, 0, stream), S_OK);
+    Ref<IMAPISession> other(mapi::MakeSession());
     ASSERT_EQ(Session()->Logoff(0, 0, 0), S_OK);
     Ref<IMAPITable> table;
     EXPECT_EQ(Session()->GetMsgStoresTable(0, &table), MAPI_E_END_OF_SESSION);
+    EXPECT_EQ(inbox->GetContentsTable(0, &table), MAPI_E_END_OF_SESSION) << "with all that came from it";
+    EXPECT_EQ(Set(message.Get(), Text(PR_SUBJECT_W, L"x")), MAPI_E_END_OF_SESSION);
+    EXPECT_EQ(stream->Commit(0), MAPI_E_END_OF_SESSION);
+    EXPECT_EQ(other->GetMsgStoresTable(0, &table), S_OK);
 }
 
 using FolderTest = SessionTest;
@@ -303,6 +344,12 @@ TEST_F(FolderTest, MessagesAreCopiedMovedMarkedAndDeletedByTheirIds) {
     EXPECT_EQ(count(L"Drafts"), 2u);
     ASSERT_EQ(inbox->SetReadFlags(&all, 0, nullptr, CLEAR_READ_FLAG), S_OK);
     EXPECT_EQ(GetLong(inbox.Get(), PR_CONTENT_UNREAD), 2);
+    for (const ULONG receipts : {GENERATE_RECEIPT_ONLY, CLEAR_RN_PENDING, CLEAR_NRN_PENDING}) {
+        EXPECT_EQ(inbox->SetReadFlags(&all, 0, nullptr, receipts), S_OK);
+        EXPECT_EQ(GetLong(inbox.Get(), PR_CONTENT_UNREAD), 2) << "receipts are not the mark";
+    }
+    EXPECT_EQ(inbox->SetReadFlags(&all, 0, nullptr, SUPPRESS_RECEIPT | CLEAR_READ_FLAG),
+              MAPI_E_INVALID_PARAMETER);
     ASSERT_EQ(inbox->SetReadFlags(nullptr, 0, nullptr, 0), S_OK);
     EXPECT_EQ(GetLong(inbox.Get(), PR_CONTENT_UNREAD), 0);
     EXPECT_EQ(inbox->CopyMessages(&some, nullptr, drafts.Get(), 0, nullptr, MESSAGE_MOVE),
