@@ -65,15 +65,13 @@ std::wstring CurrencyText(const CURRENCY& currency) {
 /// Local date and time with the year in four digits; empty for Outlook's mark for no date.
 std::wstring TimeText(const FILETIME& time) {
     constexpr ULONG fourDigitYears = VAR_FOURDIGITYEARS;
-    SYSTEMTIME utc, local;
-    DATE date = 0;
-    if (!FileTimeToSystemTime(&time, &utc) || !SystemTimeToTzSpecificLocalTime(nullptr, &utc, &local)) {
+    auto local = LocalTime(time);
+    if (!local || CompareFileTime(&time, &kNoTime) == 0) {
         return {};
     }
-    const bool isNoDate = utc.wYear == 4501 && utc.wMonth == 1 && utc.wDay == 1 && utc.wHour == 0 &&
-                          utc.wMinute == 0 && utc.wSecond == 0;
+    DATE date = 0;
     BSTR text = nullptr;
-    if (isNoDate || !SystemTimeToVariantTime(&local, &date) || date == kNoDate ||
+    if (!SystemTimeToVariantTime(&*local, &date) || date == kNoDate ||
         FAILED(VarBstrFromDate(date, LOCALE_USER_DEFAULT, fourDigitYears, &text))) {
         return {};
     }

@@ -64,16 +64,24 @@ std::optional<DATE> ParseDateOrNone(const std::wstring& text) {
     return text.empty() || EqualIgnoringCase(text, L"None") ? kNoDate : ParseDate(text);
 }
 
-std::wstring MapiTimeText(const FILETIME& time) {
+std::optional<SYSTEMTIME> LocalTime(const FILETIME& time) {
     SYSTEMTIME utc, local;
     if (!FileTimeToSystemTime(&time, &utc) || !SystemTimeToTzSpecificLocalTime(nullptr, &utc, &local)) {
+        return std::nullopt;
+    }
+    return local;
+}
+
+std::wstring MapiTimeText(const FILETIME& time) {
+    const auto local = LocalTime(time);
+    if (!local) {
         return {};
     }
     constexpr int capacity = 255;
     wchar_t date[capacity] = {};
     wchar_t clock[capacity] = {};
-    GetDateFormatW(LOCALE_USER_DEFAULT, DATE_SHORTDATE, &local, nullptr, date, capacity);
-    GetTimeFormatW(LOCALE_USER_DEFAULT, 0, &local, nullptr, clock, capacity);
+    GetDateFormatW(LOCALE_USER_DEFAULT, DATE_SHORTDATE, &*local, nullptr, date, capacity);
+    GetTimeFormatW(LOCALE_USER_DEFAULT, 0, &*local, nullptr, clock, capacity);
     return FormatText(L"%ls %ls", date, clock);
 }
 

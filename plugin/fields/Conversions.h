@@ -14,6 +14,11 @@ namespace varden {
 
 /// The date by which Outlook stands for none: 1 January 4501, in days from 30 December 1899.
 inline constexpr DATE kNoDate = 949998.0;
+/// The same date as a MAPI time.
+inline constexpr FILETIME kNoTime{0xA3DD4000, 0x0CB34557};
+
+/// A MAPI time (UTC) in local time; none for one beyond the calendar.
+std::optional<SYSTEMTIME> LocalTime(const FILETIME& time);
 
 /// A date of the object model in the user's short form; "Invalid DateTime" for one that has none.
 std::wstring DateText(DATE date);
