@@ -296,6 +296,10 @@ TEST_F(AttachmentTest, AttachmentsByReferenceWriteNoFile) {
         EXPECT_EQ(Save(L"a.txt", 1), L"0") << method;
         EXPECT_FALSE(Exists(Files().File(L"a.txt")));
     }
+    OpenWith({{.method = 4, .longName = L"a.txt"}}); // where it points to is asked for, whatever the outcome
+    Varden().Watch().FailMember(L"MAPI32::HrGetOneProp", E_ACCESSDENIED);
+    EXPECT_EQ(Save(L"a.txt", 1), L"0");
+    EXPECT_TRUE(Varden().Watch().HasFailed());
 }
 
 TEST_F(AttachmentTest, AFileThatIsNotWrittenWholeIsNotLeftBehind) {
@@ -328,9 +332,9 @@ TEST_F(AttachmentTest, AFileUnderANameThatIsNotWhollyAnsiIsRemovedUnderTheNameIt
     EXPECT_EQ(BytesIn(Files().File(wide)), "somebody else's");
 }
 
-TEST_F(AttachmentTest, AnAttachmentThatDoesNotTellItsSizeIsSavedWhole) {
+TEST_F(AttachmentTest, AnAttachmentThatTellsNothingOfItselfWritesNoFile) {
     OpenWith({{.longName = L"a.txt", .data = Bytes(100000, 'a')}});
-    Varden().Watch().FailMember(L"IAttach::GetProps", S_FALSE); // a success without values: no method either
+    Varden().Watch().FailMember(L"IAttach::GetProps", S_FALSE); // a success without values
     EXPECT_EQ(Save(L"a.txt", 1), L"0");
     EXPECT_FALSE(Exists(Files().File(L"a.txt")));
     EXPECT_EQ(Save(L"a.txt", 1), L"0");

@@ -58,8 +58,28 @@ TEST_F(FolderTest, AStoreThatCannotBeLookedUpIsNoRootFolder) {
         Varden().Watch().FailMember(member, MAPI_E_CALL_FAILED);
         ExpectFailure(L"VARD_OpenRootFolder", {L"Archive"}, -1003, L"Cannot Find Root Folder");
     }
+    Varden().Watch().FailMember(L"MAPI32::HrQueryAllRows", S_FALSE); // a success without rows
+    ExpectFailure(L"VARD_OpenRootFolder", {L"Archive"}, -1003, L"Cannot Find Root Folder");
     World().AllStores()[1]->SetRowWithoutEntryId(true);
     ExpectFailure(L"VARD_OpenRootFolder", {L"Archive"}, -1003, L"Cannot Find Root Folder");
+}
+
+/// A success of Outlook's without an object, step by step.
+TEST_F(FolderTest, FoldersThatDoNotComeAreTold) {
+    Varden().Watch().FailMember(L"NameSpace::Folders", S_FALSE);
+    ExpectFailure(L"VARD_GetFirstRootFolder", {}, -1003, L"Cannot Find Root Folder");
+    Varden().Watch().FailMember(L"MAPIFolder::Folders", S_FALSE);
+    ExpectFailure(L"VARD_GetFirstFolder", {}, -1097,
+                  L"MAPI Subsystem error\rUnable to build the mail folder list");
+    Open(L"/Inbox");
+    for (const wchar_t* path : {L"New", L"/New"}) {
+        Varden().Watch().FailMember(L"MAPIFolder::Folders", S_FALSE);
+        ExpectFailure(L"VARD_NewFolder", {path, L"Mail"}, -1015, L"Folder Not Found");
+    }
+    EXPECT_EQ(Call(L"VARD_GetFirstFolder"), L"/Deleted Items");
+    Varden().Watch().FailMember(L"NameSpace::GetFolderFromID", S_FALSE);
+    ExpectFailure(L"VARD_GetNextFolder", {}, -1097,
+                  L"MAPI Subsystem error\rUnable to get folder from id!" + ToHex(At(L"Inbox").EntryId()));
 }
 
 TEST_F(FolderTest, AStoreThatCannotBeOpenedStillGivesItsFolders) {
@@ -69,11 +89,25 @@ TEST_F(FolderTest, AStoreThatCannotBeOpenedStillGivesItsFolders) {
 }
 
 TEST_F(FolderTest, StoresAreOpenedOnlineWhenThatIsSwitchedOn) {
+    const auto openings = [&](const wchar_t* root) {
+        Varden().Watch().Reset();
+        Varden().Watch().KeepLines(true);
+        EXPECT_EQ(Call(L"VARD_OpenRootFolder", {root}), L"0");
+        Varden().Watch().KeepLines(false);
+        auto lines = Varden().Watch().Lines();
+        std::erase_if(
+            lines, [](const std::wstring& line) { return line.find(L"OpenMsgStore") == std::wstring::npos; });
+        return lines;
+    };
+    using Lines = std::vector<std::wstring>;
+    const Lines offline{L"MAPI IMAPISession::OpenMsgStore 00000000 00000011"};
+    const Lines online{L"MAPI IMAPISession::OpenMsgStore 00000000 00000111"};
+    EXPECT_EQ(openings(L"Archive"), offline);
     // The switch has no name for scripts; the host calls it by its number.
     EXPECT_EQ(Varden().Host().CallUnchecked(std::int16_t{219}, {L"yes"}).text, L"0");
-    EXPECT_EQ(Call(L"VARD_OpenRootFolder", {L"Archive"}), L"0");
+    EXPECT_EQ(openings(L"Archive"), online);
     EXPECT_EQ(Varden().Host().CallUnchecked(std::int16_t{219}, {L"perhaps"}).text, L"0");
-    EXPECT_EQ(Call(L"VARD_OpenRootFolder", {L"Front Desk"}), L"0");
+    EXPECT_EQ(openings(L"Front Desk"), offline);
 }
 
 TEST_F(FolderTest, PathsAreAbsoluteOrRelativeToTheCurrentFolder) {
@@ -223,6 +257,16 @@ TEST_F(FolderTest, WhatANewFolderCannotBeIsRefused) {
     EXPECT_EQ(Call(L"VARD_NewFolder", {L"One/Two", L""}), kError); // a type that Outlook refuses
     EXPECT_EQ(LastErrorCode(), 999);
     EXPECT_TRUE(LastErrorText().starts_with(L"\rError: ")) << testing::PrintToString(LastErrorText());
+    // The start, a step and the takeover each tell Outlook's refusal; what was made before it stays.
+    for (const wchar_t* member : {L"MAPIFolder::Folders", L"Folders::Count", L"MAPIFolder::Items"}) {
+        Open(L"/Inbox");
+        Varden().Watch().FailMember(member, E_ACCESSDENIED);
+        EXPECT_EQ(Call(L"VARD_NewFolder", {L"Half", L"Mail"}), kError) << testing::PrintToString(member);
+        EXPECT_EQ(LastErrorCode(), 999);
+        EXPECT_TRUE(LastErrorText().starts_with(L"\rError: 80070005\nMessage:"));
+    }
+    EXPECT_EQ(CurrentFolder(), L"Half");
+    Open(L"/Inbox");
     World().DefaultStore()->SetReadOnly(true);
     EXPECT_EQ(Call(L"VARD_NewFolder", {L"New", L"Mail"}), kError);
     EXPECT_EQ(LastErrorCode(), 999);
