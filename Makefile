@@ -28,6 +28,7 @@ demo: build
 
 # Everything: builds all programs, runs all tests, ends with CTest's summary.
 test: configure
+	@tools/setup test
 	@cmake --build $(BUILD) -j $(JOBS) -- --quiet
 	@ctest --test-dir $(BUILD) -j $(JOBS) --output-on-failure
 

@@ -15,7 +15,8 @@ using mailbox::SysTime;
 constexpr std::uint16_t kVersion = 0x0102; // 2 and 1: the lower byte is the major one
 constexpr std::uint16_t kReserved = 2, kRuleSize = 62;
 constexpr std::uint16_t kSeriesRule = 1, kEffectiveRule = 2; // TZRULE_FLAG_...
-constexpr std::size_t kRulePadding = 14;
+/// From when on a rule holds. The document has a year and zeros; Outlook writes the year's first day.
+constexpr SYSTEMTIME kFirstDay{1601, 1, 0, 1, 0, 0, 0, 0};
 
 using Shift = BOOL(WINAPI*)(const TIME_ZONE_INFORMATION*, const SYSTEMTIME*, SYSTEMTIME*);
 
@@ -53,7 +54,7 @@ Zone TakeRule(ByteReader& in, std::uint16_t& flags) {
     Zone zone{};
     in.Skip(sizeof kVersion + sizeof kRuleSize);
     flags = in.Take<std::uint16_t>();
-    in.Skip(sizeof(std::uint16_t) + kRulePadding); // the year from which it holds
+    in.Skip(sizeof kFirstDay);
     TakeBiases(in, zone);
     zone.StandardDate = in.Take<SYSTEMTIME>();
     zone.DaylightDate = in.Take<SYSTEMTIME>();
@@ -101,7 +102,7 @@ std::optional<Zone> ReadZoneStruct(std::span<const std::uint8_t> bytes) {
 }
 
 Bytes WriteZoneDefinition(const Zone& zone, ZoneUse use) {
-    constexpr std::uint16_t kOneRule = 1, kFirstYear = 1601;
+    constexpr std::uint16_t kOneRule = 1;
     const std::wstring key = KeyName();
     const auto header = static_cast<std::uint16_t>(3 * sizeof(std::uint16_t) + key.size() * sizeof(wchar_t));
     const std::uint16_t flags = kEffectiveRule | (use == ZoneUse::Series ? kSeriesRule : 0);
@@ -109,7 +110,7 @@ Bytes WriteZoneDefinition(const Zone& zone, ZoneUse use) {
     out.Add(kVersion).Add(header).Add(kReserved);
     out.Add(static_cast<std::uint16_t>(key.size())).AddBytes(key.data(), key.size() * sizeof(wchar_t));
     out.Add(kOneRule);
-    out.Add(kVersion).Add(kRuleSize).Add(flags).Add(kFirstYear).AddZeros(kRulePadding);
+    out.Add(kVersion).Add(kRuleSize).Add(flags).Add(kFirstDay);
     AddBiases(zone, out);
     return out.Add(zone.StandardDate).Add(zone.DaylightDate).Take();
 }
