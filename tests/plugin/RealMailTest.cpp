@@ -167,5 +167,43 @@ TEST_F(RealMailTest, AScriptEngineReadsTheSameValues) {
               expected);
 }
 
+/// What another reader makes of the stored patterns, in the words of scripts.
+TEST_F(RealMailTest, RecurrencePatternsAreReadWhole) {
+    const fs::path folder = RepositoryPath(L"../shared/msg");
+    if (!fs::exists(folder)) {
+        GTEST_SKIP() << "the folder of real MSG files is missing";
+    }
+    struct Fields {
+        const wchar_t* name;
+        const wchar_t* weekly;
+        const wchar_t* daily; ///< every working day, all day: kept as a weekly pattern
+    };
+    constexpr Fields kExpected[] = {
+        {L"Recurrence Type", L"Weekly", L"Weekly"},
+        {L"Day of Week Mask", L"Monday", L"Monday\rTuesday\rWednesday\rThursday\rFriday"},
+        {L"Interval", L"1", L"1"},
+        {L"Day of Month", L"0", L"0"},
+        {L"Instance", L"0", L"0"},
+        {L"Month of Year", L"0", L"0"},
+        {L"Pattern Start Date", L"12/12/2022", L"12/12/2022"},
+        {L"Pattern End Date", L"12/12/2022", L"12/12/2022"},
+        {L"No End Date", L"false", L"false"},
+        {L"Occurrences", L"1", L"1"},
+        {L"Start Time", L"4:00:00 PM", L"12:00:00 AM"},
+        {L"End Time", L"4:30:00 PM", L"12:00:00 AM"},
+        {L"Duration", L"30", L"1440"},
+        {L"Regenerate", L"False", L"False"},
+    };
+    LogOn();
+    for (const bool isWeekly : {true, false}) {
+        const fs::path file = folder / (isWeekly ? L"appointment-weekly.msg" : L"appointment-daily.msg");
+        ASSERT_EQ(Call(L"VARD_OpenSavedItem", {file.wstring()}), L"0");
+        ASSERT_EQ(Call(L"VARD_RPOpenRecurrencePattern"), L"0");
+        for (const Fields& each : kExpected) {
+            EXPECT_EQ(Get(each.name), isWeekly ? each.weekly : each.daily) << isWeekly << each.name;
+        }
+    }
+}
+
 } // namespace
 } // namespace varden::tests
