@@ -11,7 +11,8 @@ namespace varden {
 
 std::wstring ReadRecurrenceBlob(const FieldContext& context, std::wstring_view catalogueName) {
     ULONG tag = 0;
-    if (const HRESULT status = mapi_FindPropTag(catalogueName, tag, context.message); FAILED(status)) {
+    const HRESULT status = context.message ? mapi_FindPropTag(catalogueName, tag, context.message) : S_OK;
+    if (FAILED(status)) {
         return Fail(status, mapi_HResultToText(status));
     }
     std::wstring text;

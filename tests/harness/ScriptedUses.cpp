@@ -36,6 +36,7 @@ const std::vector<ScriptedUse> kUses{
     {L"VARD_SaveRecord", {L"keep open"}, Standing::OnContact},
     {L"VARD_SaveRecord", {}, Standing::OnNewMail, L"Mail"},
     {L"VARD_SaveRecord", {L"Send"}, Standing::OnAppointment, L"Meeting"},
+    {L"VARD_SaveRecord", {L"ApptResponse"}, Standing::OnAcceptance, L"Acceptance"},
     {L"VARD_DeleteRecord", {kMailId, L"No"}, Standing::InInbox},
     {L"VARD_DeleteRecord", {kMailId, L"Yes"}, Standing::InInbox, L"Permanent"},
     {L"VARD_DeleteAllRecords", {L"yes", L"yes"}, Standing::InInbox},
@@ -169,6 +170,26 @@ void OpenRecurringAppointment(Plugin& plugin) {
     Script(plugin, L"VARD_RPDeleteOccurrence", {L"3/5/2026 9:00 AM"});
 }
 
+/// The Inbox has a request of Service North's, whose appointment becomes the record.
+void OpenRequestToAccept(Plugin& plugin) {
+    Folder& inbox = Inbox(plugin.World());
+    Content request;
+    request.properties.Set<PR_MESSAGE_CLASS_W>(L"IPM.Schedule.Meeting.Request");
+    request.properties.Set<PR_SUBJECT_W>(L"Review");
+    request.properties.Set<PR_START_DATE>(SysTime{0x01DCA00000000000});
+    request.properties.Set<PR_END_DATE>(SysTime{0x01DCA00800000000});
+    request.properties.Set<PR_OWNER_APPT_ID>(17);
+    request.properties.Set<PR_CONVERSATION_INDEX>(Bytes(22, 0x01));
+    PropertyBag organizer = plugin.World().Addresses().Entries()[2]->RecipientProperties();
+    organizer.Set<PR_RECIPIENT_TYPE>(MAPI_TO);
+    request.recipients.push_back(std::move(organizer));
+    std::shared_ptr<Message> message;
+    EXPECT_EQ(inbox.Receive(std::move(request), false, message), S_OK);
+    Script(plugin, L"VARD_OpenRecord", {ToHex(message->EntryId())});
+    EXPECT_EQ(plugin.Call(L"VARD_GetFieldData", {L"Associated Appointment"}), L"0");
+    Script(plugin, L"VARD_SetFieldData", {L"Meeting Response", L"Accepted"});
+}
+
 std::wstring TempFile(const wchar_t* name) {
     wchar_t folder[MAX_PATH];
     GetTempPathW(MAX_PATH, folder);
@@ -247,6 +268,12 @@ void Arrange(Plugin& plugin, Standing standing) {
         NewSaved(
             plugin, L"Calendar",
             {{L"Subject", L"Visit"}, {L"Required Attendees", L"Warehouse"}, {L"Label", L"Travel Required"}});
+        break;
+    case Standing::OnAcceptance:
+        Empty(plugin, L"Calendar");
+        Empty(plugin, L"Outbox");
+        Empty(plugin, L"Sent Items");
+        OpenRequestToAccept(plugin);
         break;
     case Standing::OnTask:
         NewSaved(plugin, L"Tasks", {{L"Subject", L"Order paper"}});

@@ -17,6 +17,7 @@ enum class Standing {
     OnNewMail,
     OnContact,
     OnAppointment,
+    OnAcceptance, ///< the appointment of a request that arrived, about to be accepted
     OnTask,
     OnNote,
     OnPattern,    ///< the recurrence pattern of an appointment is open

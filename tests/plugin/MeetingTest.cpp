@@ -412,7 +412,7 @@ TEST_F(MeetingTest, ARequestThatDoesNotGoOutTellsWhy) {
     const std::vector<Failing> failures{
         {L"IMsgStore::GetProps", 1, E_ACCESSDENIED, -1097, Denied(L"Unable to access store properties")},
         {L"IMsgStore::GetProps", 2, E_ACCESSDENIED, -1097, Denied(L"Unable to access store properties")},
-        {L"IMsgStore::OpenEntry", 1, E_ACCESSDENIED, -1015, L""},
+        {L"IMsgStore::OpenEntry", 1, E_ACCESSDENIED, -1015, L"Folder Not Found\rError: 80070005"},
         {L"IMAPIFolder::CreateMessage", 1, E_ACCESSDENIED, -1097, Denied(L"Unable to create message")},
         {L"IMessage::ModifyRecipients", 1, E_ACCESSDENIED, -1097, Denied(L"Failed to modify recipients.")},
         {L"IMessage::GetRecipientTable", 1, E_ACCESSDENIED, -1097,
@@ -428,9 +428,7 @@ TEST_F(MeetingTest, ARequestThatDoesNotGoOutTellsWhy) {
         EXPECT_EQ(Call(L"VARD_SaveRecord", {L"Send"}), kError) << testing::PrintToString(failing.member);
         EXPECT_TRUE(Varden().Watch().HasFailed()) << testing::PrintToString(failing.member);
         EXPECT_EQ(LastErrorCode(), failing.code);
-        if (!failing.text.empty()) {
-            EXPECT_EQ(LastErrorText(), failing.text);
-        }
+        EXPECT_EQ(LastErrorText(), failing.text);
         EXPECT_TRUE(FolderAt(World(), L"Front Desk", L"Outbox").Messages().empty()); // nothing of it stays
     }
     EXPECT_EQ(Stored().Get<PR_OWNER_APPT_ID>(), 1); // which makes of a retry an update
@@ -469,6 +467,14 @@ TEST_F(MeetingTest, AnAcceptanceThatDoesNotGoOutTellsWhy) {
          Denied(L"Failed to save message after setting appointment properties")},
         {L"IMAPIFolder::CreateMessage", 2, E_ACCESSDENIED, -1097, Denied(L"Unable to create message")},
         {L"IMsgStore::GetProps", 1, E_ACCESSDENIED, -1097, Denied(L"Unable to access store properties")},
+        {L"IAddrBook::ResolveName", 1, E_ACCESSDENIED, -1097,
+         Denied(L"Unable to set Sent On Behalf - Failed to resolve")},
+        {L"IMAPISession::OpenAddressBook", 1, E_ACCESSDENIED, -1097,
+         Denied(L"Unable to set Sent On Behalf - unable to open Address Book.")},
+        {L"IMsgStore::GetProps", 2, E_ACCESSDENIED, -1097,
+         Denied(L"MAPI Create - Unable to access store properties.")},
+        {L"IMsgStore::GetProps", 3, E_ACCESSDENIED, -1097, Denied(L"Unable to access store properties")},
+        {L"AppointmentItem::Delete", 1, E_ACCESSDENIED, 0, L"Success"},
         {L"MAPI32::ScCreateConversationIndex", 1, E_ACCESSDENIED, -1097,
          Denied(L"Failed to increment Conversation Index: %s")},
         {L"IMessage::GetRecipientTable", 1, E_ACCESSDENIED, -1097, Denied(L"Failed to get address list: %s")},
@@ -489,6 +495,47 @@ TEST_F(MeetingTest, AnAcceptanceThatDoesNotGoOutTellsWhy) {
         EXPECT_TRUE(Varden().Watch().HasFailed()) << testing::PrintToString(failing.member);
         EXPECT_EQ(LastErrorText(), failing.text);
         EXPECT_TRUE(FolderAt(World(), L"Front Desk", L"Inbox").Messages().empty());
+    }
+}
+
+TEST_F(MeetingTest, WhatAnAcceptanceRefusesIsToldByItsPart) {
+    const auto attend = [&] {
+        ASSERT_EQ(Call(L"VARD_Authenticate", {L"Outlook"}), L"0");
+        SendMeeting();
+        BecomeAttendee();
+        EXPECT_EQ(Set(L"Meeting Response", L"Accepted"), L"0");
+    };
+    attend();
+    Varden().Watch().KeepLines(true);
+    ASSERT_NE(Call(L"VARD_SaveRecord", {L"ApptResponse"}), kError);
+    const auto calls = [&](const wchar_t* member) {
+        return static_cast<int>(
+            std::ranges::count_if(Varden().Watch().Lines(), [&](const std::wstring& line) {
+                return line.find(member) != std::wstring::npos;
+            }));
+    };
+    const int written = calls(L"MAPI32::HrSetOneProp"), read = calls(L"MAPI32::HrGetOneProp");
+    Varden().Watch().KeepLines(false);
+    // The heading is written last; behind the sensitivity the index, the subject and the entry's id are read.
+    const std::vector<Failing> failures{
+        {L"MAPI32::HrSetOneProp", written - 2, E_ACCESSDENIED, -1097,
+         Denied(L"Failed to set prefix message.")},
+        {L"MAPI32::HrSetOneProp", written - 1, E_ACCESSDENIED, -1097, Denied(L"Failed to set subject.")},
+        {L"MAPI32::HrSetOneProp", written, E_ACCESSDENIED, -1097, Denied(L"Failed to set message class.")},
+        {L"MAPI32::HrGetOneProp", read - 1, E_ACCESSDENIED, -1097, Denied(L"Failed to get subject property")},
+        {L"MAPI32::HrGetOneProp", read - 3, E_ACCESSDENIED, -1097,
+         Denied(L"Failed to set Sensitivity property: %s")},
+    };
+    for (const Failing& failing : failures) {
+        attend();
+        const auto& outbox = FolderAt(World(), L"Back Office", L"Outbox").Messages();
+        const auto& calendar = FolderAt(World(), L"Back Office", L"Calendar").Messages();
+        const std::size_t unsent = outbox.size(), entries = calendar.size();
+        Varden().Watch().FailMember(failing.member, failing.status, failing.number);
+        ExpectFailure(L"VARD_SaveRecord", {L"ApptResponse"}, failing.code, failing.text);
+        const bool isSaved = failing.number != read - 3;
+        EXPECT_EQ(outbox.size(), unsent + isSaved); // it stays there
+        EXPECT_EQ(calendar.size(), entries + 1);
     }
 }
 

@@ -236,6 +236,24 @@ TEST_F(MsgFileTest, TheReasonsOfAnEmbeddedMessageThatIsNotWrittenAreTold) {
         ExpectFailure(L"VARD_SaveAttachment", save, -1097,
                       words + L"80070005\rMAPI_E_NO_ACCESS\rMAPI_E_NO_ACCESS");
     }
+    Varden().Watch().FailMember(L"MAPI32::MAPIGetDefaultMalloc", E_OUTOFMEMORY);
+    ExpectFailure(L"VARD_SaveAttachment", save, -1097,
+                  L"MAPI Subsystem error\rSave as MSG - unable to allocate");
+    constexpr auto refuse = [](IStorage*, REFCLSID) { return static_cast<HRESULT>(STG_E_ACCESSDENIED); };
+    auto* const refused = reinterpret_cast<void*>(static_cast<HRESULT(WINAPI*)(IStorage*, REFCLSID)>(refuse));
+    void* const real = ReplaceImport(Varden().Module(), "ole32.dll", "WriteClassStg", refused);
+    ASSERT_TRUE(real);
+    EXPECT_EQ(Call(L"VARD_SaveAttachment", save), kError);
+    EXPECT_TRUE(LastErrorText().ends_with(L"\rSave As Message Write Class: %s "))
+        << testing::PrintToString(LastErrorText());
+    ReplaceImport(Varden().Module(), "ole32.dll", "WriteClassStg", real);
+    Varden().Watch().Deviate().copyProblem = MAPI_E_NOT_ENOUGH_MEMORY;
+    EXPECT_EQ(Call(L"VARD_SaveAttachment", save), kError);
+    EXPECT_TRUE(LastErrorText().starts_with(L"MAPI Subsystem error\r"))
+        << testing::PrintToString(LastErrorText());
+    EXPECT_NE(LastErrorText().find(L"8007000E"), std::wstring::npos)
+        << testing::PrintToString(LastErrorText());
+    Varden().Watch().Deviate() = {};
     EXPECT_TRUE(CreateDirectoryW(Files().File(L"folder.msg").c_str(), nullptr)); // stands in the way
     EXPECT_EQ(Call(L"VARD_SaveAttachment", {Files().File(L"folder.msg"), 1}), kError);
     EXPECT_EQ(LastErrorCode(), -1097);
