@@ -108,8 +108,10 @@ protected:
     template <class Work>
     HRESULT Call(const wchar_t* member, Work&& work) {
         Crossing call(Side::Mapi, Traits::name, member);
-        if (call.Fails())
+        if (call.Fails()) {
+            m_lastFailure = {call.Status(), member};
             return call.Status();
+        }
         const SessionScope scope(m_session);
         HRESULT status = Callable();
         if (SUCCEEDED(status))
