@@ -94,7 +94,9 @@ std::wstring AddressEntry::Address() const {
 }
 
 std::wstring AddressEntry::SmtpAddress() const {
-    return m_properties.GetOr<kPrSmtpAddress>({});
+    if (const std::wstring* address = m_properties.Get<kPrSmtpAddress>())
+        return *address;
+    return SameIgnoringCase(AddressType(), L"SMTP") ? Address() : std::wstring();
 }
 
 PropertyBag AddressEntry::RecipientProperties() const {
@@ -199,12 +201,11 @@ std::shared_ptr<AddressEntry> AddressBook::FindRecipient(const PropertyBag& reci
     return entry;
 }
 
+/// PR_SMTP_ADDRESS is the directory's: a one-off of SMTP has its address as PR_EMAIL_ADDRESS alone.
 std::shared_ptr<AddressEntry> AddressBook::MakeOneOff(std::wstring_view name, std::wstring_view addressType,
                                                       std::wstring_view address) const {
     PropertyBag bag = AddressProperties(name, addressType, address);
     SetKind(bag, false);
-    if (SameIgnoringCase(addressType, L"SMTP"))
-        bag.Set<kPrSmtpAddress>(std::wstring(address));
     bag.Set<PR_ENTRYID>(MakeOneOffEntryId(name, addressType, address));
     bag.Set<PR_RECORD_KEY>(bag.GetOr<PR_ENTRYID>({}));
     return std::make_shared<AddressEntry>(std::move(bag), m_names, true);

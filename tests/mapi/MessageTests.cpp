@@ -113,8 +113,10 @@ TEST_F(MessageTest, RowsOfTheTableGoBackAsAnAddressList) {
     const Ref<IMAPITable> after = RecipientTable(message.Get());
     EXPECT_EQ(Column(after.Get(), PR_ADDRTYPE_W), (Texts{L"EX", L"SMTP"}));
     after->SeekRow(BOOKMARK_BEGINNING, 0, nullptr);
-    EXPECT_EQ(Column(after.Get(), mailbox::kPrSmtpAddress),
-              (Texts{L"service.north@example.com", L"new@example.org"}));
+    EXPECT_EQ(Column(after.Get(), mailbox::kPrSmtpAddress), (Texts{L"service.north@example.com", L"-"}))
+        << "one-offs are in no directory";
+    after->SeekRow(BOOKMARK_BEGINNING, 0, nullptr);
+    EXPECT_EQ(Column(after.Get(), PR_EMAIL_ADDRESS_W).back(), L"new@example.org");
     EXPECT_EQ(GetText(message.Get(), PR_DISPLAY_CC_W), L"Service North");
 }
 

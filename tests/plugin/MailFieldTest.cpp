@@ -109,6 +109,11 @@ TEST_F(MailFieldTest, RecipientsAreReadAsAddresses) {
     EXPECT_EQ(Get(L"To"), L"a@example.com, /o=x/cn=b, e@example.com");
     EXPECT_EQ(Get(L"Cc"), L"c@example.com");
     EXPECT_EQ(Get(L"Bcc"), L"d@example.com");
+    // All rows but the first two are asked for once: what isn't given then isn't told.
+    Varden().Watch().Deviate().mostRowsAtOnce = 2;
+    EXPECT_EQ(Get(L"To"), L"a@example.com, /o=x/cn=b");
+    EXPECT_EQ(LastErrorCode(), 0);
+    Varden().Watch().Deviate() = {};
     ExpectFailure(L"VARD_GetFieldData", {L"to"}, -1022, L"Invalid field name passed");
 }
 

@@ -174,6 +174,16 @@ TEST_F(SendTest, AFieldThatOutlookRefusesRaises) {
     ExpectNothingSent();
 }
 
+/// The names to resolve are asked for once.
+TEST_F(SendTest, RecipientsThatTheTableDoesNotGiveAtOnceComeBackUndelivered) {
+    Varden().Watch().Deviate().mostRowsAtOnce = 1;
+    EXPECT_EQ(SendTo(L"Back Office, Service North"), L"0");
+    EXPECT_EQ(At(L"Inbox", L"Back Office").Messages().size(), 1u);
+    ASSERT_EQ(At(L"Inbox").Messages().size(), 1u);
+    EXPECT_EQ(Last(L"Inbox").GetOr<PR_MESSAGE_CLASS_W>({}), L"REPORT.IPM.Note.NDR");
+    EXPECT_EQ(At(L"Inbox").Messages().back()->Get<PR_DISPLAY_TO_W>(), L"Service North");
+}
+
 class SendLogTest : public ScriptTest {
 protected:
     SendLogTest() : ScriptTest(kFullPlugin) {}
