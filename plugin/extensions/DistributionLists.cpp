@@ -3,8 +3,9 @@
 
 #include "frame/ErrorCodes.h"
 #include "mapi/Diagnostics.h"
-#include "mapi/EntryIdText.h"
+#include "mapi/HexText.h"
 #include "mapi/PropertyCatalogue.h"
+#include "mapi/Steps.h"
 #include "mapi/Tags.h"
 #include "session/Operation.h"
 
@@ -41,12 +42,6 @@ struct GrownList {
     GrownList& operator=(const GrownList&) = delete;
 };
 
-ULONG ListTag(const wchar_t* name, IMessage& message) {
-    ULONG tag = 0;
-    mapi_PropTagFromFieldName(name, tag, &message);
-    return CHANGE_PROP_TYPE(tag, PT_MV_BINARY);
-}
-
 } // namespace
 
 /// The member is there at once, whether or not the record is saved later.
@@ -75,7 +70,7 @@ std::wstring COutlookFuncs::AddOneOffDistListMember(const ScriptText& name, cons
         return operation.Fail(error::kNoRecord, L"No DistList item opened");
     }
     mapi::Pointer<IAddrBook> addressBook;
-    m_psession->OpenAddressBook(0, nullptr, AB_NO_DIALOG, addressBook.Out());
+    mapi::OpenAddressBook(m_psession.Required(), addressBook);
     LogLine(L"opened m_psession addressbook");
     const auto text = [](const ScriptText& argument) {
         return reinterpret_cast<LPTSTR>(const_cast<LPWSTR>(argument->c_str()));
@@ -95,9 +90,9 @@ std::wstring COutlookFuncs::AddOneOffDistListMember(const ScriptText& name, cons
 /// Appends the entry id to the two parallel properties of the list. What comes of the writes isn't looked at.
 void COutlookFuncs::AppendMember(const SBinary& entryId) {
     IMessage& message = m_pMessage.Required();
-    const ULONG membersTag = ListTag(L"Members", message);
+    const ULONG membersTag = mapi_TypedTag(L"Members", PT_MV_BINARY, message);
     LogLine(L"converted members tag");
-    const ULONG oneOffsTag = ListTag(L"OneOffMembers", message);
+    const ULONG oneOffsTag = mapi_TypedTag(L"OneOffMembers", PT_MV_BINARY, message);
     LogLine(L"converted one off members tag");
 
     mapi::Block<SPropValue> oldMembers;
@@ -130,7 +125,7 @@ std::wstring COutlookFuncs::AddDistListMember(const ScriptText& name) {
     std::vector<BYTE> containerId = mapi::BytesFromHex(kContainerTemplate);
     std::vector<BYTE> newEntryId = mapi::BytesFromHex(kNewEntryTemplate);
     mapi::Pointer<IAddrBook> addressBook;
-    m_psession->OpenAddressBook(0, nullptr, AB_NO_DIALOG, addressBook.Out());
+    mapi::OpenAddressBook(m_psession.Required(), addressBook);
     ULONG objectType = 0;
     mapi::Pointer<IABContainer> container;
     HRESULT status = addressBook->OpenEntry(static_cast<ULONG>(containerId.size()),

@@ -1,7 +1,7 @@
 // Accepting a meeting: the attendee's side.
 #include "session/COutlookFuncs.h"
 
-#include "mapi/EntryIdText.h"
+#include "mapi/HexText.h"
 #include "mapi/InterfaceIds.h"
 #include "mapi/MeetingProperties.h"
 #include "mapi/PropertyCatalogue.h"
@@ -121,6 +121,7 @@ HRESULT COutlookFuncs::SendResponse(const mapi::Pointer<IMessage>& entry, IMsgSt
     if (FAILED(status)) {
         return status;
     }
+    // The response is saved on both sides of the entry; none of the outcomes is looked at.
     response->SaveChanges(KEEP_OPEN_READWRITE);
     entry->SaveChanges(KEEP_OPEN_READWRITE);
     response->SaveChanges(KEEP_OPEN_READWRITE);
@@ -221,7 +222,7 @@ HRESULT COutlookFuncs::mapi_RebindAcceptedMeeting(IMessage& entry) {
         return status;
     }
     const _variant_t object =
-        m_objNamespace.Call(L"GetItemFromID", {outlook::TextValue(mapi::EntryIdText(entryId->Value.bin)),
+        m_objNamespace.Call(L"GetItemFromID", {outlook::TextValue(mapi::HexText(entryId->Value.bin)),
                                                outlook::MissingArgument()});
     outlook::Reference appointment(outlook::kAppointmentItem);
     if (FAILED(appointment.Query(outlook::UnknownOf(object)))) {

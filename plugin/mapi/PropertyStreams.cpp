@@ -3,7 +3,7 @@
 
 #include "frame/PlugInLog.h"
 #include "mapi/Diagnostics.h"
-#include "mapi/EntryIdText.h"
+#include "mapi/HexText.h"
 #include "mapi/Tags.h"
 
 #include <algorithm>
@@ -146,7 +146,7 @@ bool COutlookFuncs::mapi_GetBinaryField(ULONG tag, std::wstring& text, IMessage*
     }
     std::string bytes = ReadWhole(stream);
     const SBinary binary{static_cast<ULONG>(bytes.size()), reinterpret_cast<LPBYTE>(bytes.data())};
-    text = tag == mapi::tag::kHtml ? WidenAnsi(bytes) : mapi::EntryIdText(binary);
+    text = tag == mapi::tag::kHtml ? WidenAnsi(bytes) : mapi::HexText(binary);
     return true;
 }
 

@@ -6,7 +6,7 @@
 
 #include "frame/ErrorCodes.h"
 #include "mapi/Diagnostics.h"
-#include "mapi/EntryIdText.h"
+#include "mapi/HexText.h"
 #include "mapi/PropertyCatalogue.h"
 #include "mapi/Tags.h"
 #include "session/Operation.h"
@@ -226,7 +226,7 @@ COutlookFuncs::ListMembers COutlookFuncs::CollectListMembers(const outlook::Item
         if (PROP_TYPE(members->ulPropTag) == PT_MV_BINARY) {
             const auto& values = members->Value.MVbin;
             for (const SBinary& member : std::span(values.lpbin, values.lpbin ? values.cValues : 0)) {
-                excluded.insert(TailOf(mapi::EntryIdText(member)));
+                excluded.insert(TailOf(mapi::HexText(member)));
             }
         }
     }

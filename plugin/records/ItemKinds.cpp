@@ -4,7 +4,7 @@
 #include "ItemMessage.h"
 
 #include "frame/PlugInLog.h"
-#include "mapi/EntryIdText.h"
+#include "mapi/HexText.h"
 
 namespace varden {
 

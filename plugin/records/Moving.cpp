@@ -4,7 +4,7 @@
 #include "KindOrders.h"
 
 #include "frame/ErrorCodes.h"
-#include "mapi/EntryIdText.h"
+#include "mapi/HexText.h"
 #include "mapi/Tags.h"
 #include "session/Operation.h"
 
@@ -47,7 +47,7 @@ std::wstring COutlookFuncs::MoveRecord(const ScriptText& path) {
         FAILED(status)) {
         return operation.Fail(error::kMapi, status, L"");
     }
-    if (mapi::EntryIdText(parent->Value.bin) == m_objCurrentFolder.EntryID()) {
+    if (mapi::HexText(parent->Value.bin) == m_objCurrentFolder.EntryID()) {
         return AnswerUnmoved(operation);
     }
     outlook::Reference* item = FirstHeld(kinds::kMoved);
@@ -71,7 +71,7 @@ std::wstring COutlookFuncs::AnswerUnmoved(Operation& operation) {
         FAILED(status)) {
         return operation.Fail(error::kMapi, status, L"");
     }
-    std::wstring entryId = mapi::EntryIdText(own->Value.bin);
+    std::wstring entryId = mapi::HexText(own->Value.bin);
     ReleaseItems();
     return entryId;
 }

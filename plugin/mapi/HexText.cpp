@@ -1,5 +1,5 @@
-// Entry ids as scripts see them.
-#include "EntryIdText.h"
+// Blobs as hexadecimal text, and back.
+#include "HexText.h"
 
 #include "MapiLibrary.h"
 
@@ -7,7 +7,7 @@
 
 namespace varden::mapi {
 
-std::wstring EntryIdText(const SBinary& binary) {
+std::wstring HexText(const SBinary& binary) {
     if (!binary.lpb) {
         return {};
     }

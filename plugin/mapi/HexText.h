@@ -1,4 +1,4 @@
-// Entry ids as scripts see them: two upper-case hexadecimal digits a byte.
+// Entry ids and other blobs as scripts see them: two upper-case hexadecimal digits a byte.
 #pragma once
 
 #include <windows.h>
@@ -10,7 +10,8 @@
 
 namespace varden::mapi {
 
-std::wstring EntryIdText(const SBinary& binary);
+/// Empty for an empty blob.
+std::wstring HexText(const SBinary& binary);
 
 /// The bytes of a hexadecimal text, half its length; empty for a text that is none.
 std::vector<BYTE> BytesFromHex(const std::wstring& hexadecimal);
