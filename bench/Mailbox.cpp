@@ -34,6 +34,8 @@ void AddMails(Folder& folder, int count) {
         content.properties.Set<PR_IMPORTANCE>(i % 3);
         content.properties.Set<PR_MESSAGE_DELIVERY_TIME>({133'800'000'000'000'000ull + i * 10'000'000ull});
         content.properties.Set<PR_SENDER_NAME_W>(L"Service North");
+        content.properties.Set<PR_SENDER_ADDRTYPE_W>(sender->AddressType());
+        content.properties.Set<PR_SENDER_EMAIL_ADDRESS_W>(sender->Address());
         content.properties.Set<PR_SENDER_ENTRYID>(sender->EntryId());
         std::shared_ptr<Message> added;
         if (FAILED(folder.Receive(std::move(content), false, added))) {
