@@ -60,6 +60,11 @@ HRESULT CreateAttachment(OpenMessage& message, const IID* iid, ULONG flags, ULON
     return S_OK;
 }
 
+bool IsDisplayName(PropertyTag tag) {
+    constexpr PropertyTag kNames[] = {PR_DISPLAY_TO_W, PR_DISPLAY_CC_W, PR_DISPLAY_BCC_W};
+    return std::ranges::find(kNames, mailbox::IdOf(tag), mailbox::IdOf) != std::end(kNames);
+}
+
 HRESULT CopyRecipients(const OpenMessage& from, OpenMessage& to) {
     if (const HRESULT status = to.RemoveAllRecipients(); FAILED(status))
         return status;
@@ -169,7 +174,16 @@ HRESULT MessageView::SetRead(ULONG flags) {
 }
 
 HRESULT MessageView::Read(PropertyTag tag, Value& value) const {
-    return IsBodyProperty(tag) ? ReadBody(*m_message, tag, value) : m_message->Read(tag, value);
+    if (IsBodyProperty(tag))
+        return ReadBody(*m_message, tag, value);
+    const HRESULT status = m_message->Read(tag, value);
+    if (FAILED(status) || !IsDisplayName(tag) || !m_message->IsInStore())
+        return status;
+    // A store works the names out when the message is saved: they are those of the recipients then.
+    if (const auto& saved = m_message->Saved())
+        return saved->Read(tag, value);
+    value = *mailbox::ConvertValue(std::wstring(), mailbox::TypeOf(value), CP_ACP);
+    return S_OK;
 }
 
 HRESULT MessageView::Write(PropertyTag tag, Value value) {

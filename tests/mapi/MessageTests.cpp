@@ -46,6 +46,8 @@ TEST_F(MessageTest, RecipientsAreAddedReplacedAndRemoved) {
                       {Text(PR_DISPLAY_NAME_W, L"Cid"), Long(PR_RECIPIENT_TYPE, MAPI_TO)}};
     ASSERT_EQ(message->ModifyRecipients(MODRECIP_ADD, three), S_OK);
     EXPECT_EQ(Recipients(message.Get()), (Texts{L"Ann", L"Bob", L"Cid"}));
+    EXPECT_EQ(GetText(message.Get(), PR_DISPLAY_TO_W), L"") << "before they are saved";
+    ASSERT_EQ(message->SaveChanges(KEEP_OPEN_READWRITE), S_OK);
     EXPECT_EQ(GetText(message.Get(), PR_DISPLAY_TO_W), L"Ann; Cid");
     EXPECT_EQ(GetText(message.Get(), PR_DISPLAY_CC_W), L"Bob");
 
@@ -58,6 +60,8 @@ TEST_F(MessageTest, RecipientsAreAddedReplacedAndRemoved) {
         {Text(PR_DISPLAY_NAME_W, L"Bobby"), Long(PR_ROWID, bob), Long(PR_RECIPIENT_TYPE, MAPI_BCC)}};
     ASSERT_EQ(message->ModifyRecipients(MODRECIP_MODIFY, changed), S_OK);
     EXPECT_EQ(Recipients(message.Get()), (Texts{L"Ann", L"Bobby", L"Cid"}));
+    EXPECT_EQ(GetText(message.Get(), PR_DISPLAY_CC_W), L"Bob") << "until they are saved";
+    ASSERT_EQ(message->SaveChanges(KEEP_OPEN_READWRITE), S_OK);
     EXPECT_EQ(GetText(message.Get(), PR_DISPLAY_CC_W), L"");
     table->SeekRow(BOOKMARK_BEGINNING, 0, nullptr);
     EXPECT_EQ(Column(table.Get(), PR_DISPLAY_NAME_W), (Texts{L"Ann", L"Bobby", L"Cid"}))
@@ -117,6 +121,7 @@ TEST_F(MessageTest, RowsOfTheTableGoBackAsAnAddressList) {
         << "one-offs are in no directory";
     after->SeekRow(BOOKMARK_BEGINNING, 0, nullptr);
     EXPECT_EQ(Column(after.Get(), PR_EMAIL_ADDRESS_W).back(), L"new@example.org");
+    ASSERT_EQ(message->SaveChanges(KEEP_OPEN_READWRITE), S_OK);
     EXPECT_EQ(GetText(message.Get(), PR_DISPLAY_CC_W), L"Service North");
 }
 

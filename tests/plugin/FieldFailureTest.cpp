@@ -107,6 +107,7 @@ TEST_F(FieldFailureTest, NamesThatCannotBeLookedUpReadAsNothingAndAreNotWritten)
     EXPECT_EQ(Set(L"Required Attendees", L"Warehouse"), L"0");
     EXPECT_TRUE(Varden().Watch().HasFailed());
     EXPECT_EQ(LastErrorText(), L"MAPI Subsystem error\rError: 8004011A\rMAPI_E_COMPUTED");
+    EXPECT_NE(Call(L"VARD_SaveRecord"), kError);
     ExpectReads(L"Required Attendees", L"Warehouse");
 
     Open({.messageClass = L"IPM.Contact"});
