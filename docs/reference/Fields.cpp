@@ -123,7 +123,7 @@ std::wstring Reading(const FieldRow& row, bool hasRecipients) {
 }
 
 /// The names that one side takes in any case, told in that side's column.
-std::wstring WithCase(std::wstring text, bool isInAnyCase) {
+std::wstring WithCase(const std::wstring& text, bool isInAnyCase) {
     return isInAnyCase ? text + L"; the name in any case" : text;
 }
 
