@@ -34,10 +34,12 @@ std::vector<PropertyTag> PropertySide::Tags() const {
     return Properties().Tags();
 }
 
+/// A message that came out of a file holds more than it gives: its key in the store that it was in.
 std::vector<PropertyTag> PropertySide::TagsToCopy() const {
     std::vector<PropertyTag> tags;
     for (const Property& property : Properties().Stored())
-        tags.push_back(property.Tag());
+        if (Value value; SUCCEEDED(Properties().Read(property.Tag(), value)))
+            tags.push_back(property.Tag());
     return tags;
 }
 

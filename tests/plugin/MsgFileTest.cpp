@@ -125,6 +125,7 @@ TEST_F(MsgFileTest, FilesOfOtherClientsAreOpenedWithTheirFieldsAndAttachments) {
         EXPECT_EQ(Call(L"VARD_GetFieldData", {L"Message Class"}),
                   original.properties.GetOr<PR_MESSAGE_CLASS_W>(L"IPM.Note"));
         EXPECT_EQ(Call(L"VARD_GetFieldData", {L"Subject"}), original.properties.GetOr<PR_SUBJECT_W>(L""));
+        EXPECT_EQ(SaveAs(Files().File(L"copy")), L"0") << testing::PrintToString(LastErrorText());
         EXPECT_EQ(Call(L"VARD_GetAttachmentCount"), std::to_wstring(original.attachments.size()));
         for (std::size_t i = 0; i < original.attachments.size(); ++i) {
             const Attachment& attachment = *original.attachments[i];
