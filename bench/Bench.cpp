@@ -76,15 +76,13 @@ void PrintScript(const wchar_t* name, const std::wstring& mailbox, double roundT
 
 std::wstring FileOf(std::size_t bytes) {
     std::wstring path = (std::filesystem::temp_directory_path() / L"varden-bench-file.bin").wstring();
-    std::vector<char> block(64 * 1024);
+    std::vector<char> block(4 * 1024);
     for (std::size_t i = 0; i < block.size(); ++i) {
         block[i] = static_cast<char>(i * 31 + i / 251);
     }
     std::ofstream file(path.c_str(), std::ios::binary);
-    for (std::size_t left = bytes; left > 0;) {
-        const std::size_t part = std::min(left, block.size());
-        file.write(block.data(), static_cast<std::streamsize>(part));
-        left -= part;
+    for (std::size_t written = 0; written < bytes; written += block.size()) {
+        file.write(block.data(), static_cast<std::streamsize>(block.size()));
     }
     return path;
 }

@@ -47,7 +47,8 @@ void PrintCost(const char* client, const Cost& cost, const Cost& limit);
 /// The script in bench/, run by Windows' script host on the mailbox folder.
 void PrintScript(const wchar_t* name, const std::wstring& mailbox, double roundTrip, const Cost& limit);
 
-/// Writes a file of this many bytes into the system's folder for such, and gives its path.
+/// Writes a file of this many bytes, a multiple of 4 KiB, into the system's folder for such, and gives its
+/// path.
 std::wstring FileOf(std::size_t bytes);
 
 /// The process's most memory so far, in bytes.

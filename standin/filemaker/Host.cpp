@@ -160,7 +160,8 @@ std::wstring Host::Plugin::Load(const std::wstring& file) {
 }
 
 bool Host::Plugin::ReadOwnOptions() {
-    const auto options = ReadOptions(GetString(kPlugInOptions, kOptionsCapacity).text);
+    const std::wstring text = GetString(kPlugInOptions, kOptionsCapacity).text;
+    const auto options = ReadOptions(text);
     if (!options) {
         return false;
     }
