@@ -287,8 +287,11 @@ std::optional<PlugInOptions> ReadOptions(std::wstring_view text) {
     if (text.size() != kSize || text[kOne] != L'1') {
         return std::nullopt;
     }
-    return PlugInOptions{std::string(text.begin(), text.begin() + kIdSize), text[kPreferences] == L'Y',
-                         text[kInit] == L'Y', text[kIdle] == L'Y'};
+    std::string id(kIdSize, ' ');
+    for (std::size_t i = 0; i < kIdSize; ++i) {
+        id[i] = static_cast<char>(text[i]);
+    }
+    return PlugInOptions{std::move(id), text[kPreferences] == L'Y', text[kInit] == L'Y', text[kIdle] == L'Y'};
 }
 
 Host::Host(Watch& watch) : m_plugin(std::make_unique<Plugin>(watch)) {
