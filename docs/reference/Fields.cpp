@@ -1,6 +1,7 @@
 // The page of fields: a table for each kind of record, from the vocabularies.
 #include "Pages.h"
 
+#include "extensions/CustomFieldValues.h"
 #include "fields/ToDoFields.h"
 #include "fields/Vocabularies.h"
 #include "mapi/Tags.h"
@@ -111,15 +112,14 @@ std::wstring Writing(const FieldSet& set) {
     return L"";
 }
 
-/// How the field reads by the row of its kind, or as on every record.
+/// How the field of a record reads: what every record has comes before what its kind has.
 std::wstring Reading(const FieldRow& row, bool hasRecipients) {
     const auto common = std::ranges::find(CommonFields(), row.name, &FieldRow::name);
-    if (common == CommonFields().end() || row.get.conversion != GetBy::UnknownName) {
-        return Reading(row.get);
-    }
     constexpr std::array<std::wstring_view, 3> recipients{L"To", L"Cc", L"Bcc"};
     const bool isOfRecipients = std::ranges::count(recipients, row.name) != 0;
-    return isOfRecipients && !hasRecipients ? std::wstring() : Reading(common->get);
+    const bool isCommon = common != CommonFields().end() && (hasRecipients || !isOfRecipients) &&
+                          common->get.conversion != GetBy::UnknownName;
+    return Reading(isCommon ? common->get : row.get);
 }
 
 /// The names that one side takes in any case, told in that side's column.
@@ -175,6 +175,7 @@ std::wstring FieldsPage() {
         L"# Fields\n\n"
         L"Names are compared exactly, with case, but where a table says otherwise. An empty column: the "
         L"field can't be read,\nor can't be written. Dates are texts as the user's locale writes them.\n\n"
+        L"What can be written isn't always kept: Outlook has its own rules for what goes together.\n\n"
         L"## Every record\n\n"
         L"Read before the fields of the record's own kind. `To`, `Cc` and `Bcc` aren't read on contacts, "
         L"tasks and notes.\n`Contacts` is written on contacts, appointments and their occurrences, tasks, "
@@ -187,11 +188,24 @@ std::wstring FieldsPage() {
     for (const Section& section : kSections) {
         page += SectionText(section);
     }
-    page += L"## Recurrence pattern\n\nWhile a pattern is open.\n\n| Field | Reads and is written as "
+    page += L"## Recurrence pattern\n\nWhile a pattern is open. Names are taken in any case, to read also "
+            L"without "
+            L"their blanks. For the day of week mask `weekdays`\nis taken too. While an exception is open, "
+            L"`Deleted` reads as `true` or `false`, and `Original Date` as a date.\n\n| Field | Reads and is "
+            L"written as "
             L"|\n|---|---|\n";
     for (const PatternField& field : PatternFields()) {
         page += L"| `" + std::wstring(field.name) + L"` | " + std::wstring(PatternText(field.form)) + L" |\n";
     }
+    page += L"\n## Custom fields\n\nBy their names, with `VARD_SetCustomFieldData` and "
+            L"`VARD_GetCustomFieldData`. The "
+            L"types, in any case:\n";
+    std::wstring separator;
+    for (const CustomFieldType& type : CustomFieldTypes()) {
+        page += separator + L"`" + type.word + L"`";
+        separator = L", ";
+    }
+    page += L".\nKeywords have a return between them.\n";
     return page;
 }
 

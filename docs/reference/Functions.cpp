@@ -37,17 +37,21 @@ constexpr std::array kDescriptions{
                 L"Opens a folder by its path, and makes it the current folder: `/Inbox/Customers` below the "
                 L"root folder, `Customers` below the current one. A filter is cleared.",
                 kZero},
-    Description{155,
-                L"Makes a new record, unsaved, in the current folder, which becomes the current record: "
-                L"`Contacts`, `Calendar`, `Tasks`, `Task Request`, `Mail`, `Note`, `Journal`, `Post`, "
-                L"`Distribution List`; without a word, of the kind that belongs into the folder.",
-                kZero},
+    Description{
+        155,
+        L"Makes a new record in the current folder, or without one in the folder that Outlook has for it. "
+        L"It becomes the current record, unsaved but for a note: "
+        L"`Contacts`, `Calendar`, `Tasks`, `Task Request`, `Mail`, `Note`, `Journal`, `Post`, "
+        L"`Distribution List`; without a word, of the kind that belongs into the folder.",
+        kZero},
     Description{156, L"Writes a field of the current record, see the page of fields.", kZero},
     Description{
         157,
         L"Saves the current record. A mail is sent unless the word is `DontSend`; an appointment goes "
         L"out as a meeting request with `Send`, and is answered with `ApptResponse`. With `keep open` "
-        L"the record stays current, as it does without a word.",
+        L"the record stays current, as it does without a word; a mail that was sent doesn't, and "
+        L"appointments "
+        L"know no `keep open`.",
         L"the record's id"},
     Description{158,
                 L"Deletes a record by its id; for good if the second argument begins with `Y`, `T` or `1`.",
@@ -127,7 +131,9 @@ constexpr std::array kDescriptions{
     Description{204, L"Opens the first exception of the open pattern.", L"`0`, or `End`"},
     Description{205, L"Opens the next one.", L"`0`, or `End`"},
     Description{206, L"Opens an exception by its place, counted from 1.", kZero},
-    Description{207, L"Closes the open occurrence or exception; saves its changes if the flag is true.",
+    Description{207,
+                L"Closes the open occurrence, also that of an exception; saves its changes first if the flag "
+                L"is true.",
                 kZero},
     Description{208,
                 L"Closes the open pattern; saves the open occurrence first if the flag is true. The "
@@ -159,7 +165,8 @@ std::wstring FunctionsPage() {
         L"Each answers a text. A failure is the text `!!ERROR!!`, and `VARD_GetLastError` tells "
         L"why, see [errors](errors.md).\n"
         L"Flags are true for `TRUE`, `1`, `YES`, `ON`, `Y` in any case, and false for everything "
-        L"else. Arguments whose\nnames begin with `opt` can be left out.\n\n"
+        L"else;\n`VARD_Display` takes what FileMaker takes for true. Arguments whose\nnames begin with `opt` "
+        L"can be left out.\n\n"
         L"| Function | Does | Answers |\n|---|---|---|\n";
     for (const FunctionRow& row : RegisteredFunctions()) {
         const std::wstring prototype = Prototype(row.id);

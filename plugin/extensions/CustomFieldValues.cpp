@@ -80,6 +80,10 @@ std::wstring TimeText(const FILETIME& time) {
 
 } // namespace
 
+std::span<const CustomFieldType> CustomFieldTypes() {
+    return kTypes;
+}
+
 const CustomFieldType* FindCustomFieldType(const std::wstring& word) {
     return FindByWord(kTypes, &CustomFieldType::word, word);
 }

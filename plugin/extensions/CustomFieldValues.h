@@ -7,6 +7,7 @@
 #include <mapidefs.h>
 
 #include <cstdint>
+#include <span>
 #include <string>
 
 namespace varden {
@@ -19,6 +20,8 @@ struct CustomFieldType {
     CustomFieldForm form;
 };
 
+/// All types, by their words.
+std::span<const CustomFieldType> CustomFieldTypes();
 /// By the word, without regard to case; null for an unknown word.
 const CustomFieldType* FindCustomFieldType(const std::wstring& word);
 

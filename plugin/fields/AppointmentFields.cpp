@@ -116,11 +116,10 @@ bool SetLabel(const FieldContext& context, const FieldRow&, const std::wstring& 
     if (!label) {
         return Refuse(error::kFieldValue);
     }
-    ULONG tag = 0;
-    if (mapi_PropTagFromFieldName(L"Label", tag, context.message)) {
+    if (const auto tag = CatalogueTag(L"Label", context)) {
         mapi::PropertyUnion value{};
         value.l = *label;
-        context.engine.mapi_SetOneProp(CHANGE_PROP_TYPE(tag, PT_LONG), value, context.message);
+        context.engine.mapi_SetOneProp(CHANGE_PROP_TYPE(*tag, PT_LONG), value, context.message);
     }
     return true;
 }

@@ -33,7 +33,8 @@ constexpr FieldGet truthOrEmpty(const wchar_t* member) {
 extern const EnumWords kDownloadStateWords;
 extern const EnumWords kMarkForDownloadWords;
 
-/// What all kinds have that are read and not written.
+/// What documents, remote and sharing items and the answers to task requests have in common: all is read and
+/// nothing written.
 inline constexpr std::array kUnwrittenFields{
     FieldRow{L"Billing Information", get::text(L"BillingInformation")},
     FieldRow{L"Body", get::mapiText(mapi::tag::kBody)},

@@ -121,7 +121,7 @@ public:
         }
         for (std::size_t i = 0; i < arguments.size(); ++i) {
             const ArgumentRow& row = m_row.arguments[std::min(i, std::size(m_row.arguments) - 1)];
-            if (arguments[i].present) {
+            if (arguments[i].present && row.logName) {
                 SessionLog()->LogParam(row.logName, LoggedValue(row, arguments[i]));
             }
         }

@@ -13,7 +13,7 @@ HRESULT GetStoreProperty(IMsgStore& store, ULONG tag, Block<SPropValue>& value, 
     ULONG count = 0;
     const HRESULT status =
         store.GetProps(reinterpret_cast<LPSPropTagArray>(&tags), flags, &count, value.Out());
-    return status == MAPI_W_ERRORS_RETURNED ? value->Value.err : status;
+    return status == MAPI_W_ERRORS_RETURNED && value ? value->Value.err : status;
 }
 
 HRESULT SetLong(IMAPIProp& object, ULONG longTag, long number) {

@@ -109,7 +109,7 @@ HRESULT BuildList(const ListBuilder& builder, IMessage& message, IMAPISession& s
     const ResolveFailure& failure = row == kResolveFailures.end() ? kOtherResolveFailure : *row;
     FailList(builder, status, failure.text, failure.logLine);
     LogLine(mapi_HResultName(status));
-    if (!words.empty()) {
+    if (builder.logsFailures && !words.empty()) {
         LogLine(words);
     }
     return status;

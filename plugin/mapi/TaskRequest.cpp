@@ -133,10 +133,12 @@ HRESULT COutlookFuncs::mapi_CreateTaskRequest(IMessage* task, IMsgStore* store,
     }
     mapi::Block<SPropValue> sentItems;
     status = mapi::GetStoreProperty(*store, tag::kSentmailEntryId, sentItems);
+    // The property belongs to messages: most stores have none.
+    const bool isThere = status != MAPI_E_NOT_FOUND;
     if (SUCCEEDED(status)) {
         status = request->SetProps(1, sentItems.get(), nullptr);
     }
-    if (FAILED(status) && status != MAPI_E_NOT_FOUND) { // a store tells it of a message, rarely of itself
+    if (FAILED(status) && isThere) {
         return status;
     }
     mapi::Block<SPropValue> subject;

@@ -1,5 +1,6 @@
 // The orders in which operations on whole records try the kinds. Each works on the first kind that is held,
-// and not at all on one that it leaves out. What SaveRecord does is a table of its own, in Saving.cpp.
+// or, for an item that nothing holds yet, on the first that it is, and not at all on one that it leaves out.
+// What SaveRecord does is a table of its own, in Saving.cpp.
 #pragma once
 
 #include "ItemKind.h"

@@ -38,7 +38,7 @@ std::wstring COutlookFuncs::MoveRecord(const ScriptText& path) {
         return operation.Fail(error::kFolderNotFound);
     }
 
-    if (!m_pMessage && !FirstHeld(kinds::kMoved)) {
+    if (!m_pMessage && (!m_objCurrentItem || !FirstHeld(kinds::kMoved))) {
         return operation.Fail(error::kNoRecord);
     }
     mapi::Block<SPropValue> parent;

@@ -33,9 +33,9 @@ enum class RecordSource { EntryId, SavedItem };
 /// Operations answer with a text: "0" for a change of state, an entry id for an operation that yields a
 /// record, "End" at the end of a walk, "!!ERROR!!" for a failure, whose reason is then in the last-error
 /// record. Without a session every operation fails with -1001; with one it clears the last error first. Only
-/// RPCloseRecurrencePattern and RPCloseOccurrenceItem do neither. A COM failure that an operation doesn't
-/// name itself leaves it as _com_error, the use of a MAPI object that isn't there as mapi::Unavailable; one
-/// that it catches is recorded as 999 with the words for it.
+/// Authenticate, OutlookVersion, RPCloseRecurrencePattern and RPCloseOccurrenceItem need none. A COM failure
+/// that an operation doesn't name itself leaves it as _com_error, the use of a MAPI object that isn't there
+/// as mapi::Unavailable; one that it catches is recorded as 999 with the words for it.
 class COutlookFuncs {
 public:
     COutlookFuncs() = default;
@@ -136,8 +136,8 @@ public:
     /// FilterApply without a list, although the record has gone.
     std::wstring DeleteRecord(const ScriptText& entryId, const ScriptText& permanent);
     /// Deletes the current record, for good by its place in the list, and renews the list: GetNextRecord goes
-    /// on with the record behind it. -1023 without a record. For good and without a list: raises
-    /// mapi::Unavailable, the record undeleted.
+    /// on with the record behind it. -1023 without a record, unless it goes for good: then whatever stands at
+    /// the cursor does. For good and without a list: raises mapi::Unavailable, the record undeleted.
     std::wstring DeleteCurrentRecord(bool permanent);
     /// Deletes the records of the current folder for good, except, where asked, private ones, and
     /// distribution lists with their members. -1026 without a current folder, -1097 for a list whose members
@@ -289,7 +289,8 @@ public:
     std::wstring GetRecurPatternExceptionCount();
     /// Takes the exceptions anew and opens the first. "0", or "End". -1023 without an open pattern, 999.
     std::wstring RPOpenFirstException();
-    /// Opens the next one. -1023 before RPOpenFirstException, 999.
+    /// Opens the next one. -1023 before RPOpenFirstException, 999, also before it where the exceptions have
+    /// only been counted.
     std::wstring RPOpenNextException();
     /// Opens the exception at a 1-based place; a walk goes on from where it stood. An exception that isn't a
     /// deleted one opens its occurrence too, in place of the one that was open, unsaved. -1023 without
@@ -299,7 +300,7 @@ public:
     /// refuses them, with no last error. -1023 without an exception.
     std::wstring RPEIGetPropertyCount();
     /// Opens the item property at a place, as Outlook counts them. "0", or "End" while the properties haven't
-    /// been counted. -1023 without an exception.
+    /// been taken. -1023 without an exception.
     std::wstring RPEIOpenPropertyAt(std::int32_t index);
     /// A text of the open item property, by a key in any case: "Name", "Value", "Is User Property" ... -1022
     /// for an unknown key, -1023 without an item property.
@@ -329,7 +330,7 @@ public:
     /// Writes the attachment at a 1-based place to a file, in place of one of that name: an embedded message
     /// as MSG, an OLE object as a compound file; one by reference writes nothing. -1012 without a path, -1016
     /// for one without a folder, -301 and -302 for a folder that isn't there or can't be written, -1097 for
-    /// all else; no half of a file is left.
+    /// all else; no half of a file is left but of an embedded message.
     std::wstring SaveAttachment(const ScriptText& path, std::int32_t index);
     /// The count of attachments in decimal. -1097 for MAPI's failures; raises mapi::Unavailable without a
     /// record.
@@ -339,8 +340,9 @@ public:
     std::wstring GetAttachmentSize(std::int32_t index);
     /// Writes a custom field of the current record, which isn't saved by that; a field that it hasn't is
     /// made, of the type that the word names in any case, also in the folder's list. Data that don't convert
-    /// are written as an empty value. -1011 without a name, -1094 for an unknown type, -1092 for a note,
-    /// -1023 without a record, -1093 and -1097 for what Outlook refuses.
+    /// are written as no value for dates and currency, as 0 for other numbers, as false. -1011 without a
+    /// name, -1094 for an unknown type, -1092 for a note, -1023 without a record, -1093 and -1097 for what
+    /// Outlook refuses.
     std::wstring SetCustonFieldData(const ScriptText& fieldName, const ScriptText& data,
                                     const std::wstring& type);
     /// The text of a custom field of the current record, empty for one that has no value. -1026 without a

@@ -2,6 +2,8 @@
 // with a text, the hooks are gone, and nothing is left alive.
 #include "ScriptedUses.h"
 
+#include "Files.h"
+
 #include <limits>
 
 namespace varden::tests {
@@ -49,13 +51,13 @@ class HostileArgumentsTest : public testing::TestWithParam<ScriptedUse> {
 protected:
     void SetUp() override {
         FillWorld(m_plugin.World());
-        wchar_t folder[MAX_PATH];
-        GetTempPathW(MAX_PATH, folder);
-        SetCurrentDirectoryW(folder); // where a strange file name may make a file
+        GetCurrentDirectoryW(MAX_PATH, m_before);
+        SetCurrentDirectoryW(m_folder.Path().c_str()); // where a strange file name may make a file
     }
 
     void TearDown() override {
         m_plugin.End();
+        SetCurrentDirectoryW(m_before);
         RecordProperty("inputs", std::to_string(m_inputs));
     }
 
@@ -72,6 +74,8 @@ protected:
 private:
     standin::outlook::Registration m_registration;
     Plugin m_plugin{kFullPlugin};
+    TemporaryFolder m_folder;
+    wchar_t m_before[MAX_PATH] = {};
     int m_inputs = 0;
 };
 

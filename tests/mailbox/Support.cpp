@@ -1,6 +1,8 @@
 // Files, folders that vanish, messages to work with.
 #include "tests/mailbox/Support.h"
 
+#include "standin/mailbox/Platform.h"
+
 #include <fstream>
 #include <iostream>
 #include <iterator>
@@ -29,16 +31,17 @@ void WriteFile(const std::filesystem::path& path, std::string_view text) {
     WriteFile(path, std::span(reinterpret_cast<const std::uint8_t*>(text.data()), text.size()));
 }
 
-TemporaryFolder::TemporaryFolder() {
-    static int count = 0;
-    m_path = std::filesystem::temp_directory_path() /
-             ("mailbox-" + std::to_string(GetCurrentProcessId()) + "-" + std::to_string(++count));
-    std::filesystem::remove_all(m_path);
+TemporaryFolder::TemporaryFolder() : m_path(std::filesystem::temp_directory_path() / TextOfGuid(NewGuid())) {
     std::filesystem::create_directories(m_path);
 }
 
+/// What was copied from a read-only file is read-only too, and would stay.
 TemporaryFolder::~TemporaryFolder() {
     std::error_code ignored;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(m_path, ignored)) {
+        std::filesystem::permissions(entry, std::filesystem::perms::owner_write,
+                                     std::filesystem::perm_options::add, ignored);
+    }
     std::filesystem::remove_all(m_path, ignored);
 }
 

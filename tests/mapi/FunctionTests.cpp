@@ -22,7 +22,8 @@ T* Junk() {
 
 class FunctionTest : public MapiTest {
 protected:
-    FunctionTest() : m_folder(fs::temp_directory_path() / "varden-mapi-tests") {
+    FunctionTest()
+        : m_folder(fs::temp_directory_path() / ("mapi-tests-" + std::to_string(GetCurrentProcessId()))) {
         fs::create_directories(m_folder);
     }
     ~FunctionTest() override {

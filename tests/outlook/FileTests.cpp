@@ -23,7 +23,8 @@ protected:
     std::wstring In(const wchar_t* name) const { return (m_folder / name).wstring(); }
 
 private:
-    fs::path m_folder = fs::temp_directory_path() / L"outlook-file-tests";
+    fs::path m_folder =
+        fs::temp_directory_path() / (L"outlook-file-tests-" + std::to_wstring(GetCurrentProcessId()));
     fs::path m_before;
 };
 
