@@ -123,11 +123,12 @@ TEST_F(FilterTest, FindsWhatOutlookFinds) {
         {L"[LastModificationTime] >= '2/1/2025'", L"Say \"hi\"|"},
         {L"[LastModificationTime] = ''", L""},
         {L"[LastModificationTime] < '1/1/4501'", kAll},
-        // A time with seconds compares with nothing.
+        // A time with seconds compares with nothing, but in DASL.
         {L"[LastModificationTime] > '1/31/2025 3:30:00 PM'", L""},
         {L"[LastModificationTime] <= '1/31/2025 3:30:45 PM'", L""},
         {L"[LastModificationTime] <> '1/31/2025 15:30:45'", L""},
-        {L"@SQL=\"DAV:getlastmodified\" > '1/31/2025 3:30:00 PM'", L""},
+        {L"@SQL=\"DAV:getlastmodified\" > '1/31/2025 3:30:00 PM'", L"It's|Say \"hi\"|"},
+        {L"@SQL=\"DAV:getlastmodified\" = '1/31/2025 3:30:45 PM'", L"Alpha|beta|"},
         // Keywords: one of them.
         {L"[Categories] = 'blue'", L"It's|Say \"hi\"|"},
         {L"[Categories] <> 'Blue'", L"Alpha|beta||"},

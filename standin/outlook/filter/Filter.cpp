@@ -51,12 +51,6 @@ Comparable FlagLiteral(const Token& token) {
     return {row->truth};
 }
 
-/// Whether a time in the text has seconds, zero or not.
-bool HasSeconds(const std::wstring& text) {
-    return std::ranges::count(text, L':') > 1;
-}
-
-/// Nothing for a time with seconds.
 Comparable DateLiteral(const Token& token) {
     if (!IsQuoted(token))
         RaiseInvalidCondition();
@@ -64,7 +58,7 @@ Comparable DateLiteral(const Token& token) {
     if (!token.text.empty() &&
         FAILED(VarDateFromStr(const_cast<LPOLESTR>(token.text.c_str()), LOCALE_USER_DEFAULT, 0, &date)))
         RaiseInvalidCondition();
-    return HasSeconds(token.text) ? Comparable() : Comparable{MinutesOf(date)};
+    return {MinutesOf(date)};
 }
 
 Comparable ReadLiteral(const Token& token, FieldType type) {
@@ -82,6 +76,11 @@ Comparable ReadLiteral(const Token& token, FieldType type) {
     RaiseInvalidCondition();
 }
 
+/// Whether a time in the text has seconds, zero or not.
+bool HasSeconds(const std::wstring& text) {
+    return std::ranges::count(text, L':') > 1;
+}
+
 /// [Property] operator literal
 class FilterParser final : public ConditionParser {
 public:
@@ -97,7 +96,10 @@ private:
         std::optional<Field> field = FindField(name.text, m_folder);
         if (!field)
             RaiseInvalidCondition();
-        Comparable value = ReadLiteral(Take(), field->type);
+        const Token literal = Take();
+        Comparable value = ReadLiteral(literal, field->type);
+        if (field->type == FieldType::Date && HasSeconds(literal.text))
+            value = {};
         return MakeComparison(std::move(*field), comparison, std::move(value));
     }
 

@@ -22,9 +22,9 @@ public:
 ///
 /// Properties are those of FindField. Text stands in single or double quotes, which are doubled within; text
 /// compares without case. Numbers go with and without quotes. A date is text in the form of the user's locale
-/// and counts by the minute, and a time with seconds compares with nothing; empty text is no date. True,
-/// False, Yes, No, On and Off go without quotes; within quotes every text but the empty one is True, as in
-/// Outlook. Keywords equal a text if one of them does.
+/// and counts by the minute, and here, though not in DASL, a time with seconds compares with nothing; empty
+/// text is no date. True, False, Yes, No, On and Off go without quotes; within quotes every text but the
+/// empty one is True, as in Outlook. Keywords equal a text if one of them does.
 ///
 /// Behind "@SQL=": properties by schema name in double quotes; the same operators; LIKE with % at the ends;
 /// IS NULL and IS NOT NULL; ci_startswith and ci_phrasematch. A property that an item hasn't got matches
