@@ -63,7 +63,9 @@ public:
     /// Sends a message: saves it, delivers it into the Inbox of each recipient that has a mailbox here, and
     /// puts the sender's copy where PR_SENTMAIL_ENTRYID says, or nowhere for PR_DELETE_AFTER_SUBMIT; without
     /// either it stays, and can't be changed any more. Recipients who are nobody come back in a non-delivery
-    /// report. A failure leaves the message unsent. MAPI_E_NO_RECIPIENTS; MAPI_E_SUBMITTED: it went out
+    /// report. A failure leaves the message unsent; where even its marks of sending can't be taken back it
+    /// stays in the Outbox as if it had gone out. What fails once it has gone out is no failure of sending:
+    /// the sender's copy stays in the Outbox then. MAPI_E_NO_RECIPIENTS; MAPI_E_SUBMITTED: it went out
     /// already; MAPI_E_NO_SUPPORT: it is not in the Outbox; otherwise as OpenMessage::Save.
     HRESULT Submit(OpenMessage& message);
     /// The store of the mailbox that a recipient row means: by SMTP address or X.500 name. Null for none
@@ -83,8 +85,8 @@ private:
     Store* FindByKey(const ObjectEntryId& entryId) const;
     Store* FindOtherUser(const std::wstring& profile) const;
     HRESULT KeepNew(const Folder& subtree);
-    HRESULT Deliver(const Content& sent, const Store& from);
-    HRESULT FileSent(OpenMessage& message);
+    HRESULT Deliver(const Content& sent, const Store& from, std::uint64_t id);
+    void FileSent(OpenMessage& message);
     HRESULT SendOut(OpenMessage& message, const Store& store, const Store& userStore);
 
     std::wstring m_profileName = L"Outlook";

@@ -120,10 +120,47 @@ void Expand(const std::shared_ptr<AddressEntry>& entry, std::set<std::shared_ptr
         Expand(member, people);
 }
 
+/// The copies of one message in the Inboxes of those who get it. They go back unless they are to stay.
+class Delivery {
+public:
+    Delivery() = default;
+    ~Delivery() {
+        for (const auto& message : m_delivered)
+            message->ParentFolder()->RemoveMessage(*message);
+    }
+    Delivery(const Delivery&) = delete;
+    Delivery& operator=(const Delivery&) = delete;
+
+    HRESULT To(const Store& store, Content copy) {
+        Folder* inbox = store.SpecialFolder(kInbox);
+        if (!inbox || store.IsReadOnly())
+            return S_OK;
+        std::shared_ptr<Message> message;
+        const HRESULT status = inbox->Receive(std::move(copy), false, message);
+        if (SUCCEEDED(status))
+            m_delivered.push_back(std::move(message));
+        return status;
+    }
+    void Keep() { m_delivered.clear(); }
+
+private:
+    std::vector<std::shared_ptr<Message>> m_delivered;
+};
+
+/// Saves a message with the properties that it had. Where that fails it stays as it is saved.
+void PutBack(OpenMessage& message, const PropertyBag& before) {
+    Content* content = nullptr;
+    if (FAILED(message.EditContent(content)))
+        return;
+    content->properties = before;
+    message.Save(true);
+}
+
 } // namespace
 
-/// What is delivered goes back where the rest can't be: the message hasn't gone out then.
-HRESULT Mailbox::Deliver(const Content& sent, const Store& from) {
+/// What is delivered goes back where the rest can't be, or nothing be kept of it: the message hasn't gone out
+/// then.
+HRESULT Mailbox::Deliver(const Content& sent, const Store& from, std::uint64_t id) {
     std::set<std::shared_ptr<AddressEntry>> people;
     std::vector<PropertyBag> unreached;
     for (const PropertyBag& row : sent.recipients) {
@@ -135,47 +172,42 @@ HRESULT Mailbox::Deliver(const Content& sent, const Store& from) {
     std::set<const Store*> targets;
     for (const auto& person : people)
         targets.insert(FindMailbox(*person));
-    std::vector<std::shared_ptr<Message>> delivered;
-    const auto deliver = [&](const Store& store, auto&& makeCopy) -> HRESULT {
-        Folder* inbox = store.SpecialFolder(kInbox);
-        if (!inbox || store.IsReadOnly())
-            return S_OK;
-        const HRESULT status = inbox->Receive(makeCopy(), false, delivered.emplace_back());
-        if (SUCCEEDED(status))
-            return status;
-        delivered.pop_back();
-        for (const auto& message : delivered)
-            message->ParentFolder()->RemoveMessage(*message);
-        return status;
-    };
+    Delivery delivery;
     for (const auto& store : m_stores)
         if (targets.contains(store.get()))
-            if (const HRESULT status =
-                    deliver(*store, [&] { return MakeDelivered(sent, from.Names(), *store); });
+            if (const HRESULT status = delivery.To(*store, MakeDelivered(sent, from.Names(), *store));
                 FAILED(status))
                 return status;
-    if (unreached.empty())
-        return S_OK;
-    return deliver(from, [&] { return MakeNonDeliveryReport(sent, std::move(unreached)); });
+    if (!unreached.empty())
+        if (const HRESULT status = delivery.To(from, MakeNonDeliveryReport(sent, std::move(unreached)));
+            FAILED(status))
+            return status;
+    const HRESULT status = m_keeper ? m_keeper->SaveSubmitted(from, id, sent) : S_OK;
+    if (SUCCEEDED(status))
+        delivery.Keep();
+    return status;
 }
 
-/// What becomes of the sender's copy. In the Outbox it keeps its mark: it doesn't go out twice.
-HRESULT Mailbox::FileSent(OpenMessage& message) {
+/// What becomes of the sender's copy of a message that has gone out. In the Outbox it keeps its mark: it
+/// doesn't go out twice. One that can't be filed stays there too.
+void Mailbox::FileSent(OpenMessage& message) {
     const std::shared_ptr<Message> saved = message.Saved();
     Folder& outbox = *saved->ParentFolder();
     const bool isDropped = message.Stored().GetOr<PR_DELETE_AFTER_SUBMIT>(false);
     const Bytes* entryId = message.Stored().Get<PR_SENTMAIL_ENTRYID>();
     Folder* target = entryId ? FindFolder(*entryId) : nullptr;
-    if (!isDropped && !target)
-        return S_OK;
     Content* content = nullptr;
-    if (const HRESULT status = message.EditContent(content); FAILED(status))
-        return status;
+    if ((!isDropped && !target) || FAILED(message.EditContent(content)))
+        return;
+    const PropertyBag marked = content->properties;
     content->properties.Set<PR_MESSAGE_FLAGS>(content->properties.GetOr<PR_MESSAGE_FLAGS>(0) & ~kSubmitted);
     content->properties.Remove(PR_SENTMAIL_ENTRYID);
-    if (const HRESULT status = message.Save(true); FAILED(status))
-        return status;
-    return isDropped ? outbox.RemoveMessage(*saved) : outbox.MoveMessage(*saved, *target, nullptr);
+    if (FAILED(message.Save(true)))
+        return message.Discard();
+    const HRESULT status =
+        isDropped ? outbox.RemoveMessage(*saved) : outbox.MoveMessage(*saved, *target, nullptr);
+    if (FAILED(status))
+        PutBack(message, marked);
 }
 
 /// Hands a message over whose Outbox it has been found in.
@@ -191,19 +223,15 @@ HRESULT Mailbox::SendOut(OpenMessage& message, const Store& store, const Store& 
         return status;
     }
     const ContentPtr sent = message.Saved()->SharedContent();
-    HRESULT status = m_keeper ? m_keeper->SaveSubmitted(store, message.Saved()->Id(), *sent) : S_OK;
-    if (SUCCEEDED(status))
-        status = Deliver(*sent, store);
-    if (SUCCEEDED(status)) {
-        message.MarkSubmitted();
-        return FileSent(message);
+    if (const HRESULT status = Deliver(*sent, store, message.Saved()->Id()); FAILED(status)) {
+        // Nor has it now: the marks of the sending go, so that it can be sent again. Where not even that can
+        // be saved it stays in the Outbox as if it had gone out.
+        PutBack(message, before);
+        return status;
     }
-    // Nor has it now: the marks of the sending go, so that it can be sent again.
-    if (SUCCEEDED(message.EditContent(content))) {
-        content->properties = before;
-        message.Save(true);
-    }
-    return status;
+    message.MarkSubmitted();
+    FileSent(message);
+    return S_OK;
 }
 
 HRESULT Mailbox::Submit(OpenMessage& message) {

@@ -11,12 +11,14 @@ namespace {
 class FailingKeeper final : public Keeper {
 public:
     HRESULT submitted = S_OK;
+    HRESULT moved = S_OK;
+    int submissions = 0;            ///< kept
     const Folder* broken = nullptr; ///< takes no messages
 
     HRESULT SaveMessage(const Folder& folder, std::uint64_t, const Content&) override {
         return &folder == broken ? MAPI_E_NOT_ENOUGH_DISK : S_OK;
     }
-    HRESULT MoveMessage(const Folder&, std::uint64_t, const Folder&, std::uint64_t) override { return S_OK; }
+    HRESULT MoveMessage(const Folder&, std::uint64_t, const Folder&, std::uint64_t) override { return moved; }
     HRESULT RemoveMessage(const Folder&, std::uint64_t) override { return S_OK; }
     HRESULT AddFolder(const Folder&) override { return S_OK; }
     HRESULT SaveFolder(const Folder&) override { return S_OK; }
@@ -24,7 +26,10 @@ public:
     HRESULT RemoveFolder(const Folder&) override { return S_OK; }
     HRESULT SaveStore(const Store&) override { return S_OK; }
     HRESULT SaveProfile(const Mailbox&) override { return S_OK; }
-    HRESULT SaveSubmitted(const Store&, std::uint64_t, const Content&) override { return submitted; }
+    HRESULT SaveSubmitted(const Store&, std::uint64_t, const Content&) override {
+        submissions += SUCCEEDED(submitted);
+        return submitted;
+    }
 };
 
 class Submission : public ::testing::Test {
@@ -170,6 +175,7 @@ TEST_F(Submission, ThatFailsLateCanBeTriedAgain) {
         EXPECT_EQ(message->Get<PR_MESSAGE_FLAGS>(), before);
         EXPECT_TRUE(m_inbox.Messages().empty());
         EXPECT_TRUE(m_backOffice.Messages().empty());
+        EXPECT_EQ(keeper.submissions, 0);
     };
     keeper.submitted = MAPI_E_NOT_ENOUGH_DISK;
     expectUnsent();
@@ -177,7 +183,13 @@ TEST_F(Submission, ThatFailsLateCanBeTriedAgain) {
     keeper.broken = &m_backOffice;
     expectUnsent();
     keeper.broken = nullptr;
-    ASSERT_EQ(m_mailbox->Submit(*message), S_OK);
+    keeper.moved = MAPI_E_NOT_ENOUGH_DISK;
+    ASSERT_EQ(m_mailbox->Submit(*message), S_OK) << "it has gone out, though the copy can't be filed";
+    EXPECT_EQ(keeper.submissions, 1);
+    ASSERT_EQ(m_outbox.Messages().size(), 1u);
+    std::shared_ptr<OpenMessage> again;
+    ASSERT_EQ(m_outbox.OpenMessage(*m_outbox.Messages()[0], Access::Modify, again), S_OK);
+    EXPECT_EQ(m_mailbox->Submit(*again), MAPI_E_SUBMITTED);
     EXPECT_EQ(m_inbox.Messages().size(), 1u);
     EXPECT_EQ(m_backOffice.Messages().size(), 1u);
 }
