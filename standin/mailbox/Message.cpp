@@ -14,6 +14,8 @@ namespace standin::mailbox {
 namespace {
 
 constexpr std::int32_t kRead = MSGFLAG_READ;
+constexpr std::int32_t kSubmitted = MSGFLAG_SUBMIT;
+constexpr std::int32_t kUnsent = MSGFLAG_UNSENT;
 
 /// What most messages have. A list that grows step by step would leave a hole in the heap with each message,
 /// and the heap would look through all of them for the next.
@@ -26,6 +28,12 @@ std::int32_t ReadMark(const Content& content) {
 void SetReadMark(Content& content, std::int32_t mark) {
     const std::int32_t flags = content.properties.GetOr<PR_MESSAGE_FLAGS>(0);
     content.properties.Set<PR_MESSAGE_FLAGS>((flags & ~kRead) | mark);
+}
+
+void ClearSubmitMark(Content& content) {
+    const std::int32_t flags = content.properties.GetOr<PR_MESSAGE_FLAGS>(0);
+    if (flags & kSubmitted)
+        content.properties.Set<PR_MESSAGE_FLAGS>(flags & ~kSubmitted);
 }
 
 /// The row or attachment of a list by its number; the end if there is none.
@@ -80,8 +88,22 @@ bool Message::IsWritable() const {
 
 bool Message::IsSubmitted() const {
     const std::int32_t flags = m_content->properties.GetOr<PR_MESSAGE_FLAGS>(0);
-    return m_folder && (flags & std::int32_t{MSGFLAG_SUBMIT}) != 0 &&
-           m_folder == m_folder->Store().SpecialFolder(kOutbox);
+    return m_folder && (flags & kSubmitted) != 0 && m_folder == m_folder->Store().SpecialFolder(kOutbox);
+}
+
+/// What went out isn't marked as unsent any longer.
+bool Message::IsWaiting() const {
+    return IsSubmitted() && (m_content->properties.GetOr<PR_MESSAGE_FLAGS>(0) & kUnsent) != 0;
+}
+
+HRESULT Message::Withdraw() {
+    if (!IsWaiting())
+        return MAPI_E_NOT_IN_QUEUE;
+    if (!IsWritable())
+        return E_ACCESSDENIED;
+    auto content = std::make_shared<Content>(*m_content);
+    ClearSubmitMark(*content);
+    return Replace(std::move(content));
 }
 
 HRESULT Message::SetRead(bool read) {
@@ -144,7 +166,11 @@ HRESULT OpenMessage::CheckWritable() const {
     const bool gone = m_saved ? m_saved->IsRemoved() : m_folder && m_folder->IsDeleted();
     if (gone)
         return MAPI_E_OBJECT_DELETED;
-    return IsSubmitted() && !m_isBeingSubmitted ? MAPI_E_SUBMITTED : S_OK;
+    return IsSubmitted() && !m_isBeingSubmitted && !CanWithdraw() ? MAPI_E_SUBMITTED : S_OK;
+}
+
+bool OpenMessage::CanWithdraw() const {
+    return m_withdrawsByChange && !m_submitted && m_saved && m_saved->IsWaiting();
 }
 
 PropertyBag& OpenMessage::Edit() {
@@ -160,7 +186,10 @@ HRESULT OpenMessage::EditContent(Content*& content) {
         m_copy = std::make_unique<Content>();
         m_copy->properties.Reserve(kRoomForProperties);
         *m_copy = *m_base;
+        if (m_saved && !m_isBeingSubmitted)
+            ClearSubmitMark(*m_copy);
     }
+    m_withdrawn = m_withdrawn || (IsSubmitted() && !m_isBeingSubmitted);
     m_changed = true;
     content = m_copy.get();
     return S_OK;
@@ -208,6 +237,7 @@ HRESULT OpenMessage::Save(bool force) {
     m_base = std::move(content);
     m_copy.reset();
     m_changed = false;
+    m_withdrawn = false;
     m_isNew = false;
     return S_OK;
 }
@@ -231,6 +261,7 @@ HRESULT OpenMessage::SaveToFolder(ContentPtr content) {
 void OpenMessage::Discard() {
     m_copy.reset();
     m_changed = false;
+    m_withdrawn = false;
     if (!m_saved)
         return;
     m_base = m_saved->m_content;
@@ -248,11 +279,19 @@ HRESULT OpenMessage::SetRead(bool read) {
     return status;
 }
 
+/// Rows that go leave their ids behind, which no row that comes later gets.
+HRESULT OpenMessage::EditRecipients(Content*& content) {
+    const HRESULT status = EditContent(content);
+    if (SUCCEEDED(status))
+        m_nextRecipient = std::max(m_nextRecipient, FreeRowId(content->recipients));
+    return status;
+}
+
 HRESULT OpenMessage::AddRecipient(PropertyBag row, std::uint32_t* rowId) {
     Content* content = nullptr;
-    if (const HRESULT status = EditContent(content); FAILED(status))
+    if (const HRESULT status = EditRecipients(content); FAILED(status))
         return status;
-    const std::uint32_t id = FreeRowId(content->recipients);
+    const std::uint32_t id = m_nextRecipient++;
     CompleteRecipient(row, id);
     content->recipients.push_back(std::move(row));
     if (rowId)
@@ -274,7 +313,7 @@ HRESULT OpenMessage::ReplaceRecipient(std::uint32_t rowId, PropertyBag row) {
 
 HRESULT OpenMessage::RemoveRecipient(std::uint32_t rowId) {
     Content* content = nullptr;
-    if (const HRESULT status = EditContent(content); FAILED(status))
+    if (const HRESULT status = EditRecipients(content); FAILED(status))
         return status;
     const auto position = RowPosition(content->recipients, rowId);
     if (position == content->recipients.end())
@@ -286,7 +325,7 @@ HRESULT OpenMessage::RemoveRecipient(std::uint32_t rowId) {
 
 HRESULT OpenMessage::RemoveAllRecipients() {
     Content* content = nullptr;
-    const HRESULT status = EditContent(content);
+    const HRESULT status = EditRecipients(content);
     if (FAILED(status) || content->recipients.empty())
         return status;
     content->recipients.clear();
@@ -306,12 +345,17 @@ HRESULT OpenMessage::OpenAttachmentNumber(std::uint32_t number, Access access,
     return S_OK;
 }
 
+/// As with the ids of recipients.
+void OpenMessage::SkipAttachmentNumbers() {
+    for (const AttachmentPtr& each : Attachments())
+        m_nextAttachment = std::max(m_nextAttachment, each->number + 1);
+}
+
 HRESULT OpenMessage::CreateAttachment(std::shared_ptr<OpenAttachment>& attachment) {
     constexpr std::int32_t kNotInTheText = -1;
     if (const HRESULT status = CheckWritable(); FAILED(status))
         return status;
-    for (const AttachmentPtr& each : Attachments())
-        m_nextAttachment = std::max(m_nextAttachment, each->number + 1);
+    SkipAttachmentNumbers();
     Attachment fresh;
     fresh.number = m_nextAttachment++;
     fresh.properties.Set<PR_RENDERING_POSITION>(kNotInTheText);
@@ -325,6 +369,7 @@ HRESULT OpenMessage::RemoveAttachment(std::uint32_t number) {
         return status;
     if (AttachmentPosition(Attachments(), number) == Attachments().end())
         return MAPI_E_NOT_FOUND;
+    SkipAttachmentNumbers();
     Content* content = nullptr;
     EditContent(content);
     content->attachments.erase(AttachmentPosition(content->attachments, number));

@@ -53,6 +53,11 @@ public:
     bool IsRemoved() const { return m_folder == nullptr; }
     /// Whether it was sent and waits in the Outbox: it can't be changed, moved or removed then.
     bool IsSubmitted() const;
+    /// Whether it is submitted and hasn't gone out yet: it waits for its time.
+    bool IsWaiting() const;
+    /// Takes a message that waits back from sending; it stays in the Outbox and can be changed again.
+    /// MAPI_E_NOT_IN_QUEUE: it doesn't wait. E_ACCESSDENIED: the store is read-only.
+    HRESULT Withdraw();
     /// Rises with each save.
     std::uint64_t ChangeNumber() const { return m_changeNumber; }
     const ContentPtr& SharedContent() const { return m_content; }
@@ -123,8 +128,11 @@ public:
     bool IsNew() const { return m_isNew; }
     bool IsAssociated() const { return m_associated; }
     /// Whether this copy was sent, or another of the same message, which now waits in the Outbox.
-    bool IsSubmitted() const { return m_submitted || (m_saved && m_saved->IsSubmitted()); }
+    bool IsSubmitted() const { return m_submitted || (!m_withdrawn && m_saved && m_saved->IsSubmitted()); }
     void MarkSubmitted() { m_submitted = true; }
+    /// From now on a change of the message while it waits (see Message::IsWaiting) takes it back from sending
+    /// once it is saved, and isn't refused.
+    void WithdrawByChange() { m_withdrawsByChange = true; }
     /// While it lasts the message can be written to although it counts as submitted: for whoever submits it.
     class Submission {
     public:
@@ -154,8 +162,8 @@ public:
     /// Sets or clears MSGFLAG_READ in the working copy: takes effect with Save.
     HRESULT SetRead(bool read);
 
-    /// Recipient rows. A row is known by its PR_ROWID, which AddRecipient gives it. MAPI_E_NOT_FOUND for an
-    /// unknown row; otherwise as EditContent.
+    /// Recipient rows. A row is known by its PR_ROWID, which AddRecipient gives it, and which this copy gives
+    /// to no other. MAPI_E_NOT_FOUND for an unknown row; otherwise as EditContent.
     const std::vector<PropertyBag>& Recipients() const { return Current().recipients; }
     HRESULT AddRecipient(PropertyBag row, std::uint32_t* rowId = nullptr);
     HRESULT ReplaceRecipient(std::uint32_t rowId, PropertyBag row);
@@ -179,6 +187,9 @@ private:
     friend class OpenAttachment;
     OpenMessage() = default;
     HRESULT CheckUnchanged(bool force) const;
+    bool CanWithdraw() const;
+    HRESULT EditRecipients(Content*& content);
+    void SkipAttachmentNumbers();
     void Stamp(Content& content) const;
     HRESULT SaveToFolder(ContentPtr content);
     HRESULT StoreAttachment(Attachment attachment, bool isNew);
@@ -190,12 +201,15 @@ private:
     std::unique_ptr<Content> m_copy; // null until the first write
     std::uint64_t m_baseChange = 0;
     std::uint32_t m_nextAttachment = 0;
+    std::uint32_t m_nextRecipient = 0;
     Access m_access = Access::Read;
     bool m_associated = false;
     bool m_isNew = false;
     bool m_changed = false;
     bool m_submitted = false;
     bool m_isBeingSubmitted = false;
+    bool m_withdrawsByChange = false;
+    bool m_withdrawn = false; // by a change that isn't saved yet
     LeftOpen m_left;
 };
 

@@ -55,19 +55,20 @@ bool IsList(const ENTRYLIST* list) {
     return list && (list->cValues == 0 || list->lpbin);
 }
 
-/// `messages` is the folder's own list, which each that goes leaves.
-HRESULT RemoveAll(Folder& folder, const std::vector<Message*>& messages) {
-    while (!messages.empty())
-        if (const HRESULT status = folder.RemoveMessage(*messages.back()); FAILED(status))
-            return status;
-    return S_OK;
+/// `messages` is the folder's own list, which each that goes leaves. False: some stay.
+bool RemoveAll(Folder& folder, const std::vector<Message*>& messages) {
+    for (std::size_t i = messages.size(); i > 0; --i)
+        folder.RemoveMessage(*messages[i - 1]);
+    return messages.empty();
 }
 
+/// The first failure; the others go all the same.
 HRESULT DeleteAll(const std::vector<std::shared_ptr<Folder>>& folders) {
+    HRESULT result = S_OK;
     for (const std::shared_ptr<Folder>& folder : std::vector(folders))
-        if (const HRESULT status = folder->Delete(); FAILED(status))
-            return status;
-    return S_OK;
+        if (const HRESULT status = folder->Delete(); SUCCEEDED(result))
+            result = status;
+    return result;
 }
 
 } // namespace
@@ -260,15 +261,14 @@ HRESULT FolderView::SetReadFlags(ENTRYLIST* list, ULONG, IMAPIProgress*, ULONG f
             SUPPRESS_RECEIPT | GENERATE_RECEIPT_ONLY | CLEAR_RN_PENDING | CLEAR_NRN_PENDING | MESSAGE_DIALOG;
         if (flags & ~(kReceipts | CLEAR_READ_FLAG | MAPI_DEFERRED_ERRORS))
             return MAPI_E_UNKNOWN_FLAGS;
-        if ((flags & SUPPRESS_RECEIPT) && (flags & CLEAR_READ_FLAG))
+        const bool read = (flags & CLEAR_READ_FLAG) == 0;
+        if ((list && !IsList(list)) || (!read && (flags & (SUPPRESS_RECEIPT | GENERATE_RECEIPT_ONLY))))
             return MAPI_E_INVALID_PARAMETER;
         if (flags & (GENERATE_RECEIPT_ONLY | CLEAR_RN_PENDING | CLEAR_NRN_PENDING))
             return S_OK; // there are no receipts to be sent or called off
-        const bool read = (flags & CLEAR_READ_FLAG) == 0;
         if (list)
-            return IsList(list) ? ForEachMessage(*m_folder, *list,
-                                                 [read](Message& message) { return message.SetRead(read); })
-                                : MAPI_E_INVALID_PARAMETER;
+            return ForEachMessage(*m_folder, *list,
+                                  [read](Message& message) { return message.SetRead(read); });
         for (Message* message : std::vector(m_folder->Messages()))
             if (const HRESULT status = message->SetRead(read); FAILED(status))
                 return status;
@@ -280,12 +280,11 @@ HRESULT FolderView::EmptyFolder(ULONG, IMAPIProgress*, ULONG flags) {
     return Change(L"EmptyFolder", [&]() -> HRESULT {
         if (flags & ~(DEL_ASSOCIATED | FOLDER_DIALOG | kHardDelete))
             return MAPI_E_UNKNOWN_FLAGS;
-        if (const HRESULT status = RemoveAll(*m_folder, m_folder->Messages()); FAILED(status))
-            return status;
+        bool isEmpty = RemoveAll(*m_folder, m_folder->Messages());
         if (flags & DEL_ASSOCIATED)
-            if (const HRESULT status = RemoveAll(*m_folder, m_folder->AssociatedMessages()); FAILED(status))
-                return status;
-        return DeleteAll(m_folder->Subfolders());
+            isEmpty = RemoveAll(*m_folder, m_folder->AssociatedMessages()) && isEmpty;
+        isEmpty = SUCCEEDED(DeleteAll(m_folder->Subfolders())) && isEmpty;
+        return isEmpty ? S_OK : MAPI_W_PARTIAL_COMPLETION;
     });
 }
 

@@ -158,11 +158,11 @@ HRESULT MessageView::SetRead(ULONG flags) {
         SUPPRESS_RECEIPT | GENERATE_RECEIPT_ONLY | CLEAR_RN_PENDING | CLEAR_NRN_PENDING;
     if (flags & ~(kReceipts | CLEAR_READ_FLAG | MAPI_DEFERRED_ERRORS))
         return MAPI_E_UNKNOWN_FLAGS;
-    if ((flags & SUPPRESS_RECEIPT) && (flags & CLEAR_READ_FLAG))
+    const bool read = (flags & CLEAR_READ_FLAG) == 0;
+    if (!read && (flags & (SUPPRESS_RECEIPT | GENERATE_RECEIPT_ONLY)))
         return MAPI_E_INVALID_PARAMETER;
     if (flags & (GENERATE_RECEIPT_ONLY | CLEAR_RN_PENDING | CLEAR_NRN_PENDING))
         return S_OK; // there are no receipts to be sent or called off
-    const bool read = (flags & CLEAR_READ_FLAG) == 0;
     if (const auto& saved = m_message->Saved())
         if (const HRESULT status = saved->SetRead(read); FAILED(status))
             return status;

@@ -56,8 +56,8 @@ public:
             return S_OK;
         });
     }
-    HRESULT STDMETHODCALLTYPE AbortSubmit(ULONG, ENTRYID*, ULONG) override {
-        return Call(L"AbortSubmit", [] { return MAPI_E_NOT_IN_QUEUE; }); // what is submitted goes out at once
+    HRESULT STDMETHODCALLTYPE AbortSubmit(ULONG size, ENTRYID* entryId, ULONG flags) override {
+        return Call(L"AbortSubmit", [&] { return Withdraw(size, entryId, flags); });
     }
     HRESULT STDMETHODCALLTYPE GetOutgoingQueue(ULONG, IMAPITable** table) override {
         return NotSupported(L"GetOutgoingQueue", Outputs(table));
@@ -74,6 +74,19 @@ private:
     /// Stores live as long as their mailbox.
     static std::shared_ptr<mailbox::Store> Unowned(mailbox::Store& store) {
         return {std::shared_ptr<void>(), &store};
+    }
+
+    /// Only what waits for its time can be taken back: all else goes out as it is submitted.
+    HRESULT Withdraw(ULONG size, const ENTRYID* entryId, ULONG flags) {
+        if (size == 0 || !entryId)
+            return MAPI_E_INVALID_PARAMETER;
+        if (flags != 0)
+            return MAPI_E_UNKNOWN_FLAGS;
+        const auto message = m_store.Mailbox().FindMessage(BytesAt(size, entryId));
+        if (!message || &message->ParentFolder()->Store() != &m_store)
+            return MAPI_E_NOT_IN_QUEUE;
+        const HRESULT status = CheckWritable();
+        return FAILED(status) ? status : message->Withdraw();
     }
 
     /// Every class is received in the Inbox, for which the class that is set is the empty one.

@@ -285,7 +285,8 @@ TEST_F(MessageTest, TheReadMarkTakesEffectAtOnce) {
     EXPECT_EQ(GetLong(readOnly.Get(), PR_MESSAGE_FLAGS) & MSGFLAG_READ, 0);
     ASSERT_EQ(message->SetReadFlag(0), S_OK);
     EXPECT_TRUE(isRead());
-    EXPECT_EQ(message->SetReadFlag(SUPPRESS_RECEIPT | CLEAR_READ_FLAG), MAPI_E_INVALID_PARAMETER);
+    for (const ULONG receipts : {SUPPRESS_RECEIPT, GENERATE_RECEIPT_ONLY})
+        EXPECT_EQ(message->SetReadFlag(receipts | CLEAR_READ_FLAG), MAPI_E_INVALID_PARAMETER);
     EXPECT_EQ(message->SetReadFlag(0x8000), MAPI_E_UNKNOWN_FLAGS);
     ASSERT_EQ(Set(message.Get(), Text(PR_SUBJECT_W, L"Changed")), S_OK);
     ASSERT_EQ(message->SetReadFlag(CLEAR_READ_FLAG), S_OK);
@@ -337,6 +338,32 @@ TEST_F(MessageTest, WhatWaitsInTheOutboxIsLockedForEveryone) {
     EXPECT_EQ(outbox->CopyMessages(&list, nullptr, inbox.Get(), 0, nullptr, MESSAGE_MOVE),
               MAPI_W_PARTIAL_COMPLETION);
     EXPECT_EQ(Folder(L"Outbox").Messages().size(), 1u);
+}
+
+TEST_F(MessageTest, WhatWaitsForItsTimeCanBeTakenBack) {
+    mailbox::Content waiting;
+    waiting.properties.Set<PR_MESSAGE_FLAGS>(std::int32_t{MSGFLAG_SUBMIT | MSGFLAG_UNSENT});
+    std::shared_ptr<mailbox::Message> later, sooner;
+    ASSERT_EQ(Folder(L"Outbox").Receive(waiting, false, later), S_OK);
+    ASSERT_EQ(Folder(L"Outbox").Receive({}, false, sooner), S_OK);
+    const Ref<IMAPIFolder> outbox = OpenFolder(L"Outbox");
+    EXPECT_EQ(outbox->EmptyFolder(0, nullptr, 0), MAPI_W_PARTIAL_COMPLETION);
+    ASSERT_EQ(Folder(L"Outbox").Messages(), std::vector{later.get()}) << "the others go all the same";
+    Bytes id = later->EntryId();
+    const auto size = static_cast<ULONG>(id.size());
+    auto* entryId = reinterpret_cast<ENTRYID*>(id.data());
+    Ref<IMessage> message;
+    ULONG type = 0;
+    ASSERT_EQ(Session()->OpenEntry(size, entryId, nullptr, MAPI_BEST_ACCESS, &type, message.Unknown()), S_OK);
+    EXPECT_EQ(Set(message.Get(), Text(PR_SUBJECT_W, L"x")), MAPI_E_SUBMITTED);
+    const Ref<IMsgStore> store(mapi::MakeStore(Store(), mailbox::Access::Modify));
+    EXPECT_EQ(store->AbortSubmit(size, entryId, 1), MAPI_E_UNKNOWN_FLAGS);
+    ASSERT_EQ(store->AbortSubmit(size, entryId, 0), S_OK);
+    EXPECT_EQ(store->AbortSubmit(size, entryId, 0), MAPI_E_NOT_IN_QUEUE);
+    ASSERT_EQ(Set(message.Get(), Text(PR_SUBJECT_W, L"x")), S_OK);
+    ASSERT_EQ(message->SaveChanges(KEEP_OPEN_READWRITE), S_OK);
+    EXPECT_EQ(GetLong(message.Get(), PR_MESSAGE_FLAGS) & MSGFLAG_SUBMIT, 0);
+    EXPECT_EQ(outbox->EmptyFolder(0, nullptr, 0), S_OK);
 }
 
 TEST_F(MessageTest, AMessageThatCantBeSavedIsNotSubmitted) {

@@ -190,7 +190,7 @@ TEST_F(SessionTest, AStoreOpensItsOwnEntriesOnly) {
     ASSERT_EQ(store->GetReceiveFolder(nullptr, 0, &size, &received, nullptr), S_OK);
     EXPECT_EQ(Bytes(reinterpret_cast<BYTE*>(received.Get()), reinterpret_cast<BYTE*>(received.Get()) + size),
               Folder(L"Inbox").EntryId());
-    EXPECT_EQ(store->AbortSubmit(0, nullptr, 0), MAPI_E_NOT_IN_QUEUE);
+    EXPECT_EQ(store->AbortSubmit(0, nullptr, 0), MAPI_E_INVALID_PARAMETER);
     EXPECT_EQ(store->Advise(0, nullptr, 0, nullptr, &type), MAPI_E_NO_SUPPORT);
 }
 
@@ -348,8 +348,10 @@ TEST_F(FolderTest, MessagesAreCopiedMovedMarkedAndDeletedByTheirIds) {
         EXPECT_EQ(inbox->SetReadFlags(&all, 0, nullptr, receipts), S_OK);
         EXPECT_EQ(GetLong(inbox.Get(), PR_CONTENT_UNREAD), 2) << "receipts are not the mark";
     }
-    EXPECT_EQ(inbox->SetReadFlags(&all, 0, nullptr, SUPPRESS_RECEIPT | CLEAR_READ_FLAG),
-              MAPI_E_INVALID_PARAMETER);
+    for (const ULONG receipts : {SUPPRESS_RECEIPT, GENERATE_RECEIPT_ONLY})
+        EXPECT_EQ(inbox->SetReadFlags(&all, 0, nullptr, receipts | CLEAR_READ_FLAG),
+                  MAPI_E_INVALID_PARAMETER);
+    EXPECT_EQ(inbox->SetReadFlags(&bad, 0, nullptr, GENERATE_RECEIPT_ONLY), MAPI_E_INVALID_PARAMETER);
     ASSERT_EQ(inbox->SetReadFlags(nullptr, 0, nullptr, 0), S_OK);
     EXPECT_EQ(GetLong(inbox.Get(), PR_CONTENT_UNREAD), 0);
     EXPECT_EQ(inbox->CopyMessages(&some, nullptr, drafts.Get(), 0, nullptr, MESSAGE_MOVE),

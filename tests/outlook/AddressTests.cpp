@@ -133,6 +133,11 @@ TEST_F(AddressTest, RecipientsThatAreGoneAreNobodyElse) {
         mail.Child(list).Call(L"Remove", {Value(1)});
         EXPECT_EQ(last.Number(L"Index"), 1) << "another list object of the same item: " << list;
         EXPECT_EQ(recipients.Number(L"Count"), 2) << list;
+        const Object newest = recipients.Child(L"Item", {Value(2)});
+        newest.Call(L"Delete");
+        recipients.Call(L"Add", {Value(L"Nobody")});
+        EXPECT_EQ(newest.TryGet(L"Name").Status(), MAPI_E_NOT_FOUND)
+            << "the last row, whose place another took: " << list;
     }
 }
 

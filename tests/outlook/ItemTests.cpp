@@ -335,6 +335,34 @@ TEST_F(ItemTest, DatesOutsideOfOutlooksTimeAreRefused) {
     EXPECT_EQ(task.Get(L"DueDate"), Date(kNone));
 }
 
+TEST_F(ItemTest, WhatIsSentForLaterCanBeTakenBack) {
+    constexpr int kDrafts = 16, kOutbox = 4;
+    constexpr double kInTheYear2400 = 182622;
+    const Object waiting = DefaultFolder(kOutbox).Child(L"Items"), drafts = DefaultFolder(kDrafts);
+    for (int i = 0; i < 2; ++i) {
+        const Object mail = DefaultFolder(kInbox).Child(L"Items").Child(L"Add", {Value(kMailItem)});
+        mail.Put(L"To", Value(L"Back Office"));
+        mail.Put(L"DeferredDeliveryTime", Date(kInTheYear2400));
+        mail.Call(L"Send");
+    }
+    ASSERT_EQ(waiting.Number(L"Count"), 2);
+    const Object mail = waiting.Child(L"Item", {Value(1)});
+    EXPECT_EQ(mail.Get(L"Submitted"), Value(true));
+    mail.Put(L"Subject", Value(L"Changed"));
+    EXPECT_EQ(waiting.Child(L"Item", {Value(1)}).Get(L"Submitted"), Value(true)) << "until it is saved";
+    mail.Call(L"Save");
+    EXPECT_EQ(waiting.Child(L"Item", {Value(1)}).Get(L"Submitted"), Value(false));
+    mail.Call(L"Send");
+    ASSERT_EQ(waiting.Number(L"Count"), 2);
+    EXPECT_EQ(waiting.Child(L"Item", {Value(1)}).Get(L"Submitted"), Value(true)) << "sent once more";
+    const Object moved = waiting.Child(L"Item", {Value(1)}).Child(L"Move", {_variant_t(drafts.Raw())});
+    EXPECT_EQ(moved.Get(L"Submitted"), Value(false));
+    waiting.Child(L"Item", {Value(1)}).Call(L"Delete");
+    EXPECT_EQ(waiting.Number(L"Count"), 0);
+    const Object deleted = DefaultFolder(kDeletedItems).Child(L"Items").Child(L"Item", {Value(1)});
+    EXPECT_EQ(deleted.Get(L"Submitted"), Value(false));
+}
+
 TEST_F(ItemTest, AFieldHasOneTypeInItsFolder) {
     mailbox::Folder& folder = *World().DefaultStore()->SpecialFolder(kInbox);
     ASSERT_EQ(folder.SetUserFields({{L"Colour", 1}}), S_OK);

@@ -48,6 +48,7 @@ ComPtr<ItemObject> Move(ItemObject& item, const Arguments& arguments) {
         throw Failure(MAPI_E_NO_SUPPORT);
     if (folder == &target->Folder())
         return ComPtr<ItemObject>(&item);
+    TakeBackFromSending(*item.Message().Saved());
     std::shared_ptr<mailbox::Message> moved;
     Check(folder->MoveMessage(*item.Message().Saved(), target->Folder(), &moved));
     item.LetGo();

@@ -117,6 +117,7 @@ void ItemObject::Display(bool modal) {
 }
 
 ComPtr<ItemObject> ItemFor(std::shared_ptr<mailbox::OpenMessage> message) {
+    message->WithdrawByChange();
     const ItemKind& kind =
         IsOfUnknownClass(*message) ? UnknownItem() : KindOf(*message, message->IsAssociated());
     return Make<ItemObject>(kind, std::move(message));
@@ -142,10 +143,16 @@ ComPtr<ItemObject> NewItem(mailbox::Folder& folder, const std::wstring& messageC
     return item;
 }
 
+void TakeBackFromSending(mailbox::Message& message) {
+    if (message.IsWaiting())
+        Check(message.Withdraw());
+}
+
 void DeleteMessage(mailbox::Message& message) {
     mailbox::Folder* folder = message.ParentFolder();
     if (!folder)
         throw Failure(MAPI_E_OBJECT_DELETED);
+    TakeBackFromSending(message);
     mailbox::Folder* deleted = folder->Store().SpecialFolder(mailbox::kDeletedItems);
     if (!deleted || folder == deleted || message.IsAssociated())
         return Check(folder->RemoveMessage(message));

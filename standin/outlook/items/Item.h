@@ -56,6 +56,9 @@ ComPtr<ItemObject> OpenItem(mailbox::Message& message);
 /// A new item of this class in a folder, unsaved.
 ComPtr<ItemObject> NewItem(mailbox::Folder& folder, const std::wstring& messageClass);
 
+/// A message that waits in the Outbox for its time doesn't go out any more; nothing for any other.
+void TakeBackFromSending(mailbox::Message& message);
+
 /// Deletes as users do: into the Deleted Items of the store, or for good if it is there already.
 void DeleteMessage(mailbox::Message& message);
 

@@ -58,7 +58,7 @@ bool IsForLater(const OpenMessage& message) {
     return time && *time > mailbox::Now();
 }
 
-/// It waits in the Outbox, on its way.
+/// It waits in the Outbox until somebody takes it back: no time passes here.
 void KeepForLater(OpenMessage& message) {
     mailbox::Content* content = nullptr;
     Check(message.EditContent(content));

@@ -5,8 +5,8 @@
 
 namespace standin::outlook {
 
-/// Rows of people, each known by its PR_ROWID, which no other row of the list ever has. Raises what the
-/// message refuses, and MAPI_E_NOT_FOUND for a row that isn't there any longer.
+/// Rows of people, each known by its PR_ROWID, which no other row has as long as the item is open. Raises
+/// what the message refuses, and MAPI_E_NOT_FOUND for a row that isn't there any longer.
 class RecipientList {
 public:
     virtual ~RecipientList() = default;
