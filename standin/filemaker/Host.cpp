@@ -284,7 +284,8 @@ const RegisteredFunction& Fitting(const RegisteredFunction& function, std::size_
 
 std::optional<PlugInOptions> ReadOptions(std::wstring_view text) {
     constexpr std::size_t kSize = 11, kIdSize = 4, kOne = 4, kPreferences = 5, kInit = 7, kIdle = 8;
-    if (text.size() != kSize || text[kOne] != L'1') {
+    constexpr auto isForeign = [](wchar_t unit) { return unit < 0x20 || unit > 0x7E; };
+    if (text.size() != kSize || text[kOne] != L'1' || std::ranges::any_of(text, isForeign)) {
         return std::nullopt;
     }
     std::string id(kIdSize, ' ');

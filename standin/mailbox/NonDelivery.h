@@ -8,7 +8,7 @@
 namespace standin::mailbox {
 
 /// The report on a message that went out, about those of its recipient rows that name nobody: a message of
-/// its class with REPORT before and NDR behind ([MS-OXOMSG] 2.2.3), for the sender's Inbox.
+/// its class with REPORT before and NDR behind ([MS-OXOMSG] 2.2.2.1), for the sender's Inbox.
 Content MakeNonDeliveryReport(const Content& sent, std::vector<PropertyBag> unreached);
 
 } // namespace standin::mailbox

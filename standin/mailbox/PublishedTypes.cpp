@@ -8,8 +8,8 @@
 namespace standin::mailbox {
 namespace {
 
-/// In ascending order of id. Those that have one id for several types are left out: PR_ATTACH_DATA_BIN and
-/// PR_ATTACH_DATA_OBJ, PR_HTML as bytes and as text.
+/// Those of MAPI's header, and some more of [MS-OXPROPS] 2, in ascending order of id. Those that have one id
+/// for several types are left out: PR_ATTACH_DATA_BIN and PR_ATTACH_DATA_OBJ, PR_HTML as bytes and as text.
 // clang-format off
 constexpr PropertyTag kPublished[] = {
     PR_ACKNOWLEDGEMENT_MODE, PR_ALTERNATE_RECIPIENT_ALLOWED, PR_AUTHORIZING_USERS, PR_AUTO_FORWARD_COMMENT_W,
@@ -67,7 +67,8 @@ constexpr PropertyTag kPublished[] = {
     PR_REPORTING_DL_NAME, PR_REPORTING_MTA_CERTIFICATE, PR_RTF_SYNC_BODY_CRC, PR_RTF_SYNC_BODY_COUNT,
     PR_RTF_SYNC_BODY_TAG_W, PR_RTF_COMPRESSED, PR_RTF_SYNC_PREFIX_COUNT, PR_RTF_SYNC_TRAILING_COUNT,
     PR_ORIGINALLY_INTENDED_RECIP_ENTRYID, kPrInternetMessageId, kPrInternetReferences, kPrInReplyToId,
-    kPrIconIndex, PR_ROWID, PR_DISPLAY_NAME_W, PR_ADDRTYPE_W, PR_EMAIL_ADDRESS_W, PR_COMMENT_W, PR_DEPTH,
+    kPrIconIndex, kPrLastVerbExecuted, kPrLastVerbExecutionTime, kPrFlagStatus, kPrFollowupIcon,
+    kPrAttributeHidden, PR_ROWID, PR_DISPLAY_NAME_W, PR_ADDRTYPE_W, PR_EMAIL_ADDRESS_W, PR_COMMENT_W, PR_DEPTH,
     PR_PROVIDER_DISPLAY_W, PR_CREATION_TIME, PR_LAST_MODIFICATION_TIME, PR_RESOURCE_FLAGS,
     PR_PROVIDER_DLL_NAME_W, PR_SEARCH_KEY, PR_PROVIDER_UID, PR_PROVIDER_ORDINAL, PR_FORM_VERSION_W,
     PR_FORM_CLSID, PR_FORM_CONTACT_NAME_W, PR_FORM_CATEGORY_W, PR_FORM_CATEGORY_SUB_W, PR_FORM_HOST_MAP,

@@ -5,8 +5,9 @@
 
 namespace standin::mailbox {
 
-/// Whether the tag's type is the one that the property was published with ([MS-OXPROPS] 2), text of either
-/// width. True for what isn't published: ids that clients and providers give out themselves.
+/// Whether the tag's type is the one that the property was published with, text of either width. Knows the
+/// properties of MAPI's header and some more; true for all others, among them the ids that clients and
+/// providers give out themselves.
 bool HasPublishedType(PropertyTag tag);
 
 } // namespace standin::mailbox

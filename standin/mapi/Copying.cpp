@@ -5,6 +5,7 @@
 #include "standin/watch/Watch.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace standin::mapi {
 
@@ -102,10 +103,11 @@ HRESULT Copy(const PropertySide& from, PropertySide& to, const std::vector<Prope
         const std::vector<Item> items = ItemsToCopy(from, to, tags, filter);
         if (const HRESULT status = to.BeginCopy(TargetTags(items)); FAILED(status))
             return status;
+        HRESULT wanted = WantedDeviations().copyProblem;
         for (const Item& item : items) {
             HRESULT status = CopyOne(from, to, item);
-            if (SUCCEEDED(status) && found.empty())
-                status = WantedDeviations().copyProblem;
+            if (SUCCEEDED(status))
+                status = std::exchange(wanted, S_OK);
             if (status == MAPI_E_OBJECT_DELETED)
                 return status;
             if (FAILED(status))

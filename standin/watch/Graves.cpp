@@ -5,7 +5,6 @@
 
 #include <array>
 #include <cstring>
-#include <deque>
 #include <new>
 #include <utility>
 
@@ -23,7 +22,10 @@ struct Grave {
     Epitaph epitaph;
 };
 
-std::deque<void*> g_graves; // oldest first
+/// From the next place on the oldest first. Nothing that is destroyed: objects die until the very end of the
+/// process.
+constinit std::array<void*, kMostGraves> g_graves{};
+constinit std::size_t g_nextGrave = 0;
 
 void Report(const Epitaph& epitaph, const wchar_t* what) {
     if (Watch* watch = CurrentWatch())
@@ -58,11 +60,8 @@ void Bury(void* memory, std::size_t size, const Epitaph& epitaph) {
         return ::operator delete(memory);
     std::memset(memory, kDead, size);
     new (memory) Grave{{kFirst.data(), kSecond.data()}, epitaph};
-    g_graves.push_back(memory);
-    if (g_graves.size() > kMostGraves) {
-        ::operator delete(g_graves.front());
-        g_graves.pop_front();
-    }
+    ::operator delete(std::exchange(g_graves[g_nextGrave], memory));
+    g_nextGrave = (g_nextGrave + 1) % kMostGraves;
 }
 
 } // namespace standin

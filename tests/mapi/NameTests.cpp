@@ -222,6 +222,12 @@ TEST_F(CopyTest, AProblemCanBeHadForAsking) {
     ASSERT_TRUE(problems && problems->cProblem == 1);
     EXPECT_EQ(problems->aProblem[0].scode, MAPI_E_NO_ACCESS);
     EXPECT_EQ(GetText(to.Get(), PR_SUBJECT_W), L"Hello");
+    const ULONG missing = PROP_TAG(PT_LONG, 0x6777);
+    ASSERT_EQ(
+        from->CopyProps(Tags{missing, PR_SUBJECT_W}, 0, nullptr, &mapi::kIidMessage, to.Get(), 0, &problems),
+        S_OK);
+    ASSERT_TRUE(problems && problems->cProblem == 2);
+    EXPECT_EQ(problems->aProblem[1].scode, MAPI_E_NO_ACCESS) << "beside a problem that there is";
 }
 
 TEST_F(CopyTest, CopyPropsCopiesWhatIsNamed) {

@@ -15,7 +15,8 @@ using mailbox::SysTime;
 constexpr std::uint16_t kVersion = 0x0102; // 2 and 1: the lower byte is the major one
 constexpr std::uint16_t kReserved = 2, kRuleSize = 62;
 constexpr std::uint16_t kSeriesRule = 1, kEffectiveRule = 2; // TZRULE_FLAG_...
-/// From when on a rule holds. The document has a year and zeros; Outlook writes the year's first day.
+/// From when on a rule holds. [MS-OXOCAL] 2.2.1.41.1 has a year and zeros; Outlook writes the
+/// year's first day.
 constexpr SYSTEMTIME kFirstDay{1601, 1, 0, 1, 0, 0, 0, 0};
 
 using Shift = BOOL(WINAPI*)(const TIME_ZONE_INFORMATION*, const SYSTEMTIME*, SYSTEMTIME*);

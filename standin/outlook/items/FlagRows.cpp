@@ -1,5 +1,6 @@
 // Follow-up flags, and the tasks that they make of items which are none ([MS-OXOFLAG]).
 #include "standin/mailbox/Platform.h"
+#include "standin/mailbox/Tags.h"
 #include "standin/outlook/items/Item.h"
 #include "standin/outlook/items/ItemRows.h"
 #include "standin/outlook/items/ItemTopics.h"
@@ -8,12 +9,12 @@
 namespace standin::outlook {
 namespace {
 
+using mailbox::kPrFlagStatus;   // [MS-OXOFLAG] 2.2.1.1
+using mailbox::kPrFollowupIcon; // 2.2.1.2
 using mailbox::MessageProperties;
 using mailbox::OpenMessage;
 
-constexpr mailbox::PropertyTag kPrFlagStatus = PROP_TAG(PT_LONG, 0x1090);          // [MS-OXOFLAG] 2.2.1.1
 constexpr mailbox::PropertyTag kPrFlagCompleteTime = PROP_TAG(PT_SYSTIME, 0x1091); // 2.2.1.3
-constexpr mailbox::PropertyTag kPrFollowupIcon = PROP_TAG(PT_LONG, 0x1095);        // 2.2.1.2
 constexpr mailbox::PropertyTag kPrToDoItemFlags = PROP_TAG(PT_LONG, 0x0E2B);       // 2.2.1.6
 
 /// OlFlagStatus and OlFlagIcon have the numbers of the properties.
