@@ -16,7 +16,7 @@ void MeasureWrite() {
     bench.Plugin().LogOn();
     const double roundTrip = MeasureRoundTrip();
     std::printf("write: %d contacts, twenty fields each, saved to disk\n"
-                "  a call to another process: %.1f us\n",
+                "  each call %.0f us long at least\n",
                 kContacts, roundTrip);
     DirectClient direct;
     const Cost limit = bench.Measure(roundTrip, [&] { return direct.WriteContacts(kContacts); });
