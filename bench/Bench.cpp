@@ -3,6 +3,8 @@
 
 #include "Script.h"
 
+#include "tests/support/ImportSpy.h"
+
 #include <windows.h>
 
 #include <psapi.h>
@@ -26,6 +28,18 @@ PROCESS_MEMORY_COUNTERS_EX MemoryCounters() {
     GetProcessMemoryInfo(GetCurrentProcess(), reinterpret_cast<PROCESS_MEMORY_COUNTERS*>(&counters),
                          sizeof counters);
     return counters;
+}
+
+HHOOK WINAPI NoHook(int, HOOKPROC, HINSTANCE, DWORD) {
+    return nullptr;
+}
+
+BOOL WINAPI NoUnhook(HHOOK) {
+    return TRUE;
+}
+
+void* Replace(const char* function, void* replacement) {
+    return tests::ReplaceImport(GetModuleHandleW(L"VardenBridge.fmx64"), "user32.dll", function, replacement);
 }
 
 } // namespace
@@ -55,11 +69,24 @@ Cost Bench::Measure(double roundTrip, const std::function<int()>& work) {
     return {taken.count() / records, calls / records};
 }
 
-void Bench::Compare(double roundTrip, const std::function<int()>& direct,
+Cost Bench::Compare(double roundTrip, const std::function<int()>& direct,
                     const std::function<int()>& plugin) {
     const Cost limit = Measure(roundTrip, direct);
     PrintCost("C++ client (the limit)", limit, limit);
     PrintCost("plug-in", Measure(roundTrip, plugin), limit);
+    const WithoutHooks none;
+    PrintCost("plug-in without its hooks", Measure(roundTrip, plugin), limit);
+    return limit;
+}
+
+WithoutHooks::WithoutHooks()
+    : m_set(Replace("SetWindowsHookExW", reinterpret_cast<void*>(&NoHook))),
+      m_unhook(Replace("UnhookWindowsHookEx", reinterpret_cast<void*>(&NoUnhook))) {
+}
+
+WithoutHooks::~WithoutHooks() {
+    Replace("SetWindowsHookExW", m_set);
+    Replace("UnhookWindowsHookEx", m_unhook);
 }
 
 void PrintCost(const char* client, const Cost& cost, const Cost& limit) {
@@ -91,8 +118,8 @@ std::size_t PeakBytes() {
     return MemoryCounters().PeakWorkingSetSize;
 }
 
-std::size_t PrivateBytes() {
-    return MemoryCounters().PrivateUsage;
+std::size_t ResidentBytes() {
+    return MemoryCounters().WorkingSetSize;
 }
 
 } // namespace varden::bench

@@ -33,12 +33,26 @@ public:
     /// Runs the work, which gives the count of its records, with each call at least this many microseconds
     /// long.
     Cost Measure(double roundTrip, const std::function<int()>& work);
-    /// Both clients' rows, beside each other.
-    void Compare(double roundTrip, const std::function<int()>& direct, const std::function<int()>& plugin);
+    /// Both clients' rows, beside each other, and the plug-in's without its hooks. Gives the direct client's.
+    Cost Compare(double roundTrip, const std::function<int()>& direct, const std::function<int()>& plugin);
 
 private:
     standin::Recorder m_watch;
     PluginClient m_plugin;
+};
+
+/// While it lives, the plug-in's input hooks are none. They are the system's own work, of which every
+/// function has its share: the plug-in without them shows its own.
+class WithoutHooks {
+public:
+    WithoutHooks();
+    ~WithoutHooks();
+    WithoutHooks(const WithoutHooks&) = delete;
+    WithoutHooks& operator=(const WithoutHooks&) = delete;
+
+private:
+    void* m_set;
+    void* m_unhook;
 };
 
 /// A row of the table: the cost, and its ratios to the limit.
@@ -51,8 +65,8 @@ void PrintScript(const wchar_t* name, const std::wstring& mailbox, double roundT
 /// path.
 std::wstring FileOf(std::size_t bytes);
 
-/// The process's most memory so far, in bytes.
+/// The process's memory that is resident, in bytes: the most so far, and now.
 std::size_t PeakBytes();
-std::size_t PrivateBytes();
+std::size_t ResidentBytes();
 
 } // namespace varden::bench

@@ -47,13 +47,13 @@ void MeasureMemory() {
             plugin.Call(L"VARD_Version");
         }
         if (i == kWarm) {
-            bytes = PrivateBytes();
+            bytes = ResidentBytes();
             live = bench.Outlook().Live();
         }
     }
     std::printf("memory: %d calls\n", kCalls);
-    std::printf("  private bytes after %d calls %zu, at the end %zu; live counts %s\n", kWarm, bytes,
-                PrivateBytes(), bench.Outlook().Live() == live ? "unchanged" : "CHANGED");
+    std::printf("  resident bytes after %d calls %zu, at the end %zu; live counts %s\n", kWarm, bytes,
+                ResidentBytes(), bench.Outlook().Live() == live ? "unchanged" : "CHANGED");
 }
 
 } // namespace varden::bench

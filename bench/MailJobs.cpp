@@ -5,8 +5,6 @@
 #include "Mailbox.h"
 #include "OtherProcess.h"
 
-#include "tests/support/ImportSpy.h"
-
 #include <windows.h>
 
 #include <algorithm>
@@ -15,40 +13,6 @@
 #include <stdexcept>
 
 namespace varden::bench {
-
-namespace {
-
-/// While it lives, the plug-in's input hooks are none. They are the system's own work, of which every
-/// function has its share: the plug-in without them shows its own.
-class WithoutHooks {
-public:
-    WithoutHooks()
-        : m_set(Replace("SetWindowsHookExW", reinterpret_cast<void*>(&NoHook))),
-          m_unhook(Replace("UnhookWindowsHookEx", reinterpret_cast<void*>(&NoUnhook))) {}
-    ~WithoutHooks() {
-        Replace("SetWindowsHookExW", m_set);
-        Replace("UnhookWindowsHookEx", m_unhook);
-    }
-    WithoutHooks(const WithoutHooks&) = delete;
-    WithoutHooks& operator=(const WithoutHooks&) = delete;
-
-private:
-    static HHOOK WINAPI NoHook(int, HOOKPROC, HINSTANCE, DWORD) { return nullptr; }
-    static BOOL WINAPI NoUnhook(HHOOK) { return TRUE; }
-    static void* Replace(const char* function, void* replacement) {
-        void* before = tests::ReplaceImport(GetModuleHandleW(L"VardenBridge.fmx64"), "user32.dll", function,
-                                            replacement);
-        if (!before) {
-            throw std::runtime_error("the plug-in sets no hooks");
-        }
-        return before;
-    }
-
-    void* m_set;
-    void* m_unhook;
-};
-
-} // namespace
 
 void MeasureWalk() {
     constexpr int kMails = 10'000;
@@ -61,26 +25,20 @@ void MeasureWalk() {
     DirectClient direct;
     for (const double latency : {roundTrip, 0.0}) {
         std::printf(" each call %.0f us long at least\n", latency);
-        const Cost limit = bench.Measure(latency, [&] { return direct.WalkInbox(); });
-        const Cost plugin = bench.Measure(latency, [&] { return bench.Plugin().WalkInbox(); });
-        PrintCost("C++ client (the limit)", limit, limit);
-        PrintCost("plug-in", plugin, limit);
-        {
-            const WithoutHooks none;
-            PrintCost("plug-in without its hooks",
-                      bench.Measure(latency, [&] { return bench.Plugin().WalkInbox(); }), limit);
-        }
+        const Cost limit = bench.Compare(
+            latency, [&] { return direct.WalkInbox(); }, [&] { return bench.Plugin().WalkInbox(); });
         PrintScript(L"walk.vbs", mailbox, latency, limit);
     }
 }
 
 void MeasureGrowth() {
-    std::printf("growth: the walk by the size of the Inbox\n");
+    std::printf("growth: the walk by the size of the Inbox, without input hooks\n");
     Cost first;
     for (const int mails : {1'000, 10'000, 50'000}) {
         Bench bench;
         AddMails(FolderNamed(bench.World(), L"Inbox"), mails);
         bench.Plugin().LogOn();
+        const WithoutHooks none;
         const Cost cost = bench.Measure(0, [&] { return bench.Plugin().WalkInbox(); });
         first = first.calls > 0 ? first : cost;
         std::printf("  %6d mails %10.1f us %8.3f calls   time x %.2f\n", mails, cost.microseconds, cost.calls,
