@@ -1,5 +1,6 @@
 // Records deleted: the one that a walk stands on, one by its id, all of a folder, and the Deleted Items.
 #include "FieldTest.h"
+#include "ItemClasses.h"
 
 #include <algorithm>
 
@@ -45,25 +46,6 @@ protected:
     const wchar_t* Deleted = L"Deleted Items";
 };
 
-/// A message class of every kind that a folder can hold.
-constexpr std::array kClasses{L"IPM.Appointment",
-                              L"IPM.Contact",
-                              L"IPM.DistList",
-                              L"IPM.Document.txtfile",
-                              L"IPM.Activity",
-                              L"IPM.Note",
-                              L"IPM.Schedule.Meeting.Request",
-                              L"IPM.StickyNote",
-                              L"IPM.Post",
-                              L"IPM.Remote",
-                              L"REPORT.IPM.Note.NDR",
-                              L"IPM.Sharing",
-                              L"IPM.Task",
-                              L"IPM.TaskRequest.Accept",
-                              L"IPM.TaskRequest.Decline",
-                              L"IPM.TaskRequest",
-                              L"IPM.TaskRequest.Update"};
-
 TEST_F(DeletingTest, AWalkGoesOnBehindTheRecordThatWasDeleted) {
     for (const wchar_t* permanent : {L"no", L"yes"}) {
         FillInbox({L"1", L"2", L"3", L"4", L"5"});
@@ -102,7 +84,7 @@ TEST_F(DeletingTest, OnlyWhatTheFilterShowsIsDeleted) {
 }
 
 TEST_F(DeletingTest, EveryKindIsDeletedWhereTheWalkStands) {
-    for (const wchar_t* messageClass : kClasses) {
+    for (const wchar_t* messageClass : kItemClasses) {
         for (const wchar_t* permanent : {L"no", L"yes"}) {
             Add(messageClass, L"Inbox", messageClass);
             Open(L"/Inbox");
@@ -112,7 +94,7 @@ TEST_F(DeletingTest, EveryKindIsDeletedWhereTheWalkStands) {
             EXPECT_TRUE(At(L"Inbox").Messages().empty()) << testing::PrintToString(messageClass);
         }
     }
-    EXPECT_EQ(In(Deleted).size(), kClasses.size());
+    EXPECT_EQ(In(Deleted).size(), kItemClasses.size());
 }
 
 TEST_F(DeletingTest, RightAfterOpeningARecordThereIsNoListToRemoveItFrom) {
@@ -137,7 +119,7 @@ TEST_F(DeletingTest, WithoutARecordNothingIsDeleted) {
 }
 
 TEST_F(DeletingTest, EveryKindButTwoIsDeletedByItsId) {
-    for (const wchar_t* messageClass : kClasses) {
+    for (const wchar_t* messageClass : kItemClasses) {
         const std::wstring trashed = Add(messageClass, L"Inbox", messageClass);
         const std::wstring removed = Add(messageClass, L"Journal", messageClass);
         if (std::wstring_view(messageClass) == L"IPM.Sharing") {
@@ -285,7 +267,7 @@ TEST_F(DeletingTest, AListWhoseMembersCannotBeReadKeepsEverything) {
 
 TEST_F(DeletingTest, TheDeletedItemsAreEmptiedWhateverFolderIsOpen) {
     EXPECT_EQ(Call(L"VARD_EmptyAllDeletedItems"), L"0");
-    for (const wchar_t* messageClass : kClasses) {
+    for (const wchar_t* messageClass : kItemClasses) {
         Add(messageClass, Deleted, messageClass);
     }
     FillInbox({L"1", L"2"});

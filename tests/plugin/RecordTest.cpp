@@ -1,4 +1,5 @@
 // Records made and opened, the walk over a folder, filters.
+#include "ItemClasses.h"
 #include "ScriptTest.h"
 
 #include <map>
@@ -35,38 +36,21 @@ protected:
 };
 
 TEST_F(RecordTest, EveryKindOfItemIsWalkedAndOpenedWithItsMessage) {
-    const std::vector<const wchar_t*> classes{L"IPM.Appointment",
-                                              L"IPM.Contact",
-                                              L"IPM.DistList",
-                                              L"IPM.Document.txtfile",
-                                              L"IPM.Activity",
-                                              L"IPM.Note",
-                                              L"IPM.Schedule.Meeting.Request",
-                                              L"IPM.StickyNote",
-                                              L"IPM.Post",
-                                              L"IPM.Remote",
-                                              L"REPORT.IPM.Note.NDR",
-                                              L"IPM.Sharing",
-                                              L"IPM.Task",
-                                              L"IPM.TaskRequest.Accept",
-                                              L"IPM.TaskRequest.Decline",
-                                              L"IPM.TaskRequest",
-                                              L"IPM.TaskRequest.Update"};
     std::map<std::wstring, std::wstring> classById;
-    for (const wchar_t* messageClass : classes) {
+    for (const wchar_t* messageClass : kItemClasses) {
         const auto message =
             AddMessage(At(L"Inbox"), {.messageClass = messageClass, .subject = messageClass});
         classById[ToHex(message->EntryId())] = messageClass;
     }
     Open(L"/Inbox");
-    EXPECT_EQ(Call(L"VARD_GetRecordCount"), std::to_wstring(classes.size()));
+    EXPECT_EQ(Call(L"VARD_GetRecordCount"), std::to_wstring(kItemClasses.size()));
     std::vector<std::wstring> walked;
     for (std::wstring id = Call(L"VARD_GetFirstRecord"); id != L"End"; id = Call(L"VARD_GetNextRecord")) {
         ASSERT_NE(id, kError) << testing::PrintToString(LastErrorText());
         walked.push_back(id);
         EXPECT_EQ(Call(L"VARD_GetFieldData", {L"Message Class"}), classById[id]);
     }
-    EXPECT_EQ(walked.size(), classes.size());
+    EXPECT_EQ(walked.size(), kItemClasses.size());
     for (const auto& [id, messageClass] : classById) {
         EXPECT_EQ(Call(L"VARD_OpenRecord", {id}), L"0") << testing::PrintToString(messageClass);
         EXPECT_EQ(Call(L"VARD_GetFieldData", {L"Message Class"}), messageClass);
