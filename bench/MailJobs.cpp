@@ -31,18 +31,45 @@ void MeasureWalk() {
     }
 }
 
+/// What a record costs when as many walks as make 50,000 records are made, the quickest of three times: other
+/// work on the machine can only slow it down.
+template <class Client>
+Cost CostOfWalks(Bench& bench, Client& client) {
+    constexpr int kRecords = 50'000;
+    constexpr int kTimes = 3;
+    Cost quickest;
+    for (int time = 0; time < kTimes; ++time) {
+        const Cost cost = bench.Measure(0, [&] {
+            int records = 0;
+            while (records < kRecords) {
+                records += client.WalkInbox();
+            }
+            return records;
+        });
+        if (time == 0 || cost.microseconds < quickest.microseconds) {
+            quickest = cost;
+        }
+    }
+    return quickest;
+}
+
 void MeasureGrowth() {
     std::printf("growth: the walk by the size of the Inbox, without input hooks\n");
+    Cost firstLimit;
     Cost first;
     for (const int mails : {1'000, 10'000, 50'000}) {
         Bench bench;
         AddMails(FolderNamed(bench.World(), L"Inbox"), mails);
         bench.Plugin().LogOn();
+        DirectClient direct;
         const WithoutHooks none;
-        const Cost cost = bench.Measure(0, [&] { return bench.Plugin().WalkInbox(); });
+        const Cost limit = CostOfWalks(bench, direct);
+        const Cost cost = CostOfWalks(bench, bench.Plugin());
+        firstLimit = firstLimit.calls > 0 ? firstLimit : limit;
         first = first.calls > 0 ? first : cost;
-        std::printf("  %6d mails %10.1f us %8.3f calls   time x %.2f\n", mails, cost.microseconds, cost.calls,
-                    cost.microseconds / first.microseconds);
+        std::printf("  %6d mails\n", mails);
+        PrintCost("C++ client", limit, firstLimit);
+        PrintCost("plug-in", cost, first);
     }
     constexpr int kFolders = 10'000;
     Bench bench;

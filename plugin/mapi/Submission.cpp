@@ -104,14 +104,11 @@ HRESULT BuildList(const ListBuilder& builder, IMessage& message, IMAPISession& s
         LogLine(L"resolved names");
         return status;
     }
-    const std::wstring words = ExtendedErrorText(addressBook.Required(), status);
+    ExtendedErrorText(addressBook.Required(), status); // taken off MAPI; the user reads our own text
     const auto row = std::ranges::find(kResolveFailures, status, &ResolveFailure::status);
     const ResolveFailure& failure = row == kResolveFailures.end() ? kOtherResolveFailure : *row;
     FailList(builder, status, failure.text, failure.logLine);
     LogLine(mapi_HResultName(status));
-    if (builder.logsFailures && !words.empty()) {
-        LogLine(words);
-    }
     return status;
 }
 
