@@ -69,13 +69,14 @@ Cost Bench::Measure(double roundTrip, const std::function<int()>& work) {
     return {taken.count() / records, calls / records};
 }
 
-Cost Bench::Compare(double roundTrip, const std::function<int()>& direct,
+Cost Bench::Compare(const Pace& pace, const std::function<int()>& direct,
                     const std::function<int()>& plugin) {
-    const Cost limit = Measure(roundTrip, direct);
+    PrintPace(pace);
+    const Cost limit = Measure(pace.microseconds, direct);
     PrintCost("C++ client (the limit)", limit, limit);
-    PrintCost("plug-in", Measure(roundTrip, plugin), limit);
+    PrintCost("plug-in", Measure(pace.microseconds, plugin), limit);
     const WithoutHooks none;
-    PrintCost("plug-in without its hooks", Measure(roundTrip, plugin), limit);
+    PrintCost("plug-in without its hooks", Measure(pace.microseconds, plugin), limit);
     return limit;
 }
 
@@ -94,8 +95,8 @@ void PrintCost(const char* client, const Cost& cost, const Cost& limit) {
                 cost.calls, cost.microseconds / limit.microseconds, cost.calls / limit.calls);
 }
 
-void PrintScript(const wchar_t* name, const std::wstring& mailbox, double roundTrip, const Cost& limit) {
-    const ScriptResult script = RunScript(name, mailbox, roundTrip);
+void PrintScript(const wchar_t* name, const std::wstring& mailbox, const Pace& pace, const Cost& limit) {
+    const ScriptResult script = RunScript(name, mailbox, pace);
     PrintCost("VBScript",
               {script.seconds * 1e6 / script.records, static_cast<double>(script.calls) / script.records},
               limit);

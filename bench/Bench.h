@@ -1,6 +1,7 @@
 // One benchmark: a plug-in on a fresh mailbox, what its work costs, and the table's rows.
 #pragma once
 
+#include "OtherProcess.h"
 #include "PluginClient.h"
 
 #include "standin/mailbox/Mailbox.h"
@@ -33,8 +34,9 @@ public:
     /// Runs the work, which gives the count of its records, with each call at least this many microseconds
     /// long.
     Cost Measure(double roundTrip, const std::function<int()>& work);
-    /// Both clients' rows, beside each other, and the plug-in's without its hooks. Gives the direct client's.
-    Cost Compare(double roundTrip, const std::function<int()>& direct, const std::function<int()>& plugin);
+    /// The pace's heading, both clients' rows, and the plug-in's without its hooks. Gives the direct
+    /// client's.
+    Cost Compare(const Pace& pace, const std::function<int()>& direct, const std::function<int()>& plugin);
 
 private:
     standin::Recorder m_watch;
@@ -58,8 +60,8 @@ private:
 /// A row of the table: the cost, and its ratios to the limit.
 void PrintCost(const char* client, const Cost& cost, const Cost& limit);
 
-/// The script in bench/, run by Windows' script host on the mailbox folder.
-void PrintScript(const wchar_t* name, const std::wstring& mailbox, double roundTrip, const Cost& limit);
+/// The row of the script in bench/, run by Windows' script host on the mailbox folder.
+void PrintScript(const wchar_t* name, const std::wstring& mailbox, const Pace& pace, const Cost& limit);
 
 /// Writes a file of this many bytes, a multiple of 4 KiB, into the system's folder for such, and gives its
 /// path.

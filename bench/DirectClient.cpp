@@ -138,11 +138,11 @@ Held<IDispatch> DirectClient::NewItem(long folder, long type, const GUID& kind, 
     return item;
 }
 
-int DirectClient::WalkInbox() {
+int DirectClient::WalkInbox(int most) {
     static Member entryId{L"EntryID"}, subject{L"Subject"}, importance{L"Importance"};
     const auto items = ItemsOf(kInbox);
     int i = 0;
-    while (i < Invoke(*items, g_count).lVal) {
+    while (i < most && i < Invoke(*items, g_count).lVal) {
         const Held<IDispatch> mail = ItemOf(Invoke(*items, g_folderItem, {static_cast<long>(++i)}), kKinds);
         Invoke(*mail, entryId);
         const Held<IMessage> message = MessageOf(*mail, g_mailMapiObject);

@@ -16,8 +16,8 @@ public:
     DirectClient(const DirectClient&) = delete;
     DirectClient& operator=(const DirectClient&) = delete;
 
-    /// Reads five fields of every mail in the Inbox.
-    int WalkInbox();
+    /// Reads five fields of the first mails in the Inbox, of all where there are no more.
+    int WalkInbox(int most);
     /// Sends mails with one attachment.
     int SendMails(int count, const std::wstring& attachment);
     /// Copies the first attachment of the first draft into a file.

@@ -6,33 +6,34 @@
 #include "OtherProcess.h"
 
 #include <cstdio>
+#include <functional>
 
 namespace varden::bench {
 
 /// Each client begins with an empty folder: a fuller one takes longer on disk.
 void MeasureWrite() {
     constexpr int kContacts = 2'000;
-    const double roundTrip = MeasureRoundTrip();
-    std::printf("write: %d contacts, twenty fields each, saved to disk\n  each call %.0f us long at least\n",
-                kContacts, roundTrip);
-    const auto byDirect = [](Bench&) { return DirectClient().WriteContacts(kContacts); };
-    const auto byPlugin = [](Bench& bench) { return bench.Plugin().WriteContacts(kContacts); };
-    const auto measure = [&](int (*work)(Bench&)) {
+    std::printf("write: contacts of twenty fields each, saved to disk\n");
+    for (const Pace& pace : PacesOf(kContacts)) {
+        const auto measure = [&](const std::function<int(Bench&)>& work) {
+            Bench bench;
+            bench.KeepOnDisk();
+            bench.Plugin().LogOn();
+            return bench.Measure(pace.microseconds, [&] { return work(bench); });
+        };
+        const auto byPlugin = [&](Bench& bench) { return bench.Plugin().WriteContacts(pace.records); };
+        PrintPace(pace);
+        const Cost limit = measure([&](Bench&) { return DirectClient().WriteContacts(pace.records); });
+        PrintCost("C++ client (the limit)", limit, limit);
+        PrintCost("plug-in", measure(byPlugin), limit);
+        const auto withoutHooks = [&](Bench& bench) {
+            const WithoutHooks none;
+            return byPlugin(bench);
+        };
+        PrintCost("plug-in without its hooks", measure(withoutHooks), limit);
         Bench bench;
-        bench.KeepOnDisk();
-        bench.Plugin().LogOn();
-        return bench.Measure(roundTrip, [&] { return work(bench); });
-    };
-    const Cost limit = measure(byDirect);
-    PrintCost("C++ client (the limit)", limit, limit);
-    PrintCost("plug-in", measure(byPlugin), limit);
-    PrintCost("plug-in without its hooks", measure([](Bench& bench) {
-                  const WithoutHooks none;
-                  return bench.Plugin().WriteContacts(kContacts);
-              }),
-              limit);
-    Bench bench;
-    PrintScript(L"write.vbs", bench.KeepOnDisk(), roundTrip, limit);
+        PrintScript(L"write.vbs", bench.KeepOnDisk(), pace, limit);
+    }
 }
 
 void MeasureDelete() {
@@ -54,13 +55,14 @@ void MeasureCustom() {
     constexpr int kContacts = 1'000;
     Bench bench;
     bench.Plugin().LogOn();
-    const double roundTrip = MeasureRoundTrip();
-    std::printf("custom: %d contacts, ten custom fields each\n", kContacts);
+    std::printf("custom: contacts of ten custom fields each\n");
     DirectClient direct;
     direct.WriteCustomFields(1); // enters the fields in the folder's list
-    bench.Compare(
-        roundTrip, [&] { return direct.WriteCustomFields(kContacts); },
-        [&] { return bench.Plugin().WriteCustomFields(kContacts); });
+    for (const Pace& pace : PacesOf(kContacts)) {
+        bench.Compare(
+            pace, [&] { return direct.WriteCustomFields(pace.records); },
+            [&] { return bench.Plugin().WriteCustomFields(pace.records); });
+    }
 }
 
 void MeasureMembers() {

@@ -11,6 +11,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <stdexcept>
+#include <vector>
 
 namespace varden::bench {
 
@@ -20,14 +21,15 @@ void MeasureWalk() {
     const std::wstring mailbox = bench.KeepOnDisk();
     AddMails(FolderNamed(bench.World(), L"Inbox"), kMails);
     bench.Plugin().LogOn();
-    const double roundTrip = MeasureRoundTrip();
-    std::printf("walk: %d mails, five fields each\n", kMails);
+    std::printf("walk: an Inbox of %d mails, five fields each\n", kMails);
     DirectClient direct;
-    for (const double latency : {roundTrip, 0.0}) {
-        std::printf(" each call %.0f us long at least\n", latency);
+    std::vector<Pace> paces = PacesOf(kMails);
+    paces.push_back({0, kMails});
+    for (const Pace& pace : paces) {
         const Cost limit = bench.Compare(
-            latency, [&] { return direct.WalkInbox(); }, [&] { return bench.Plugin().WalkInbox(); });
-        PrintScript(L"walk.vbs", mailbox, latency, limit);
+            pace, [&] { return direct.WalkInbox(pace.records); },
+            [&] { return bench.Plugin().WalkInbox(pace.records); });
+        PrintScript(L"walk.vbs", mailbox, pace, limit);
     }
 }
 
@@ -42,7 +44,7 @@ Cost CostOfWalks(Bench& bench, Client& client) {
         const Cost cost = bench.Measure(0, [&] {
             int records = 0;
             while (records < kRecords) {
-                records += client.WalkInbox();
+                records += client.WalkInbox(kRecords);
             }
             return records;
         });
@@ -92,12 +94,13 @@ void MeasureSend() {
     const std::wstring file = FileOf(kAttachment);
     DirectClient direct;
     std::printf("send: %d mails with an attachment of 100 KiB, kept on disk\n", kMails);
-    const double roundTrip = MeasureRoundTrip();
     direct.SendMails(1, file);
     bench.Plugin().SendMails(1, file);
-    bench.Compare(
-        roundTrip, [&] { return direct.SendMails(kMails, file); },
-        [&] { return bench.Plugin().SendMails(kMails, file); });
+    for (const Pace& pace : PacesOf(kMails)) {
+        bench.Compare(
+            pace, [&] { return direct.SendMails(pace.records, file); },
+            [&] { return bench.Plugin().SendMails(pace.records, file); });
+    }
 }
 
 /// Each client's best of some rounds, since the disk's speed varies more than the clients do.

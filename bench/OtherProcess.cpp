@@ -5,8 +5,8 @@
 
 #include <ole2.h>
 
-#include <algorithm>
 #include <chrono>
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -125,8 +125,16 @@ double MeasureRoundTrip() {
     WaitForSingleObject(process.hProcess, 5000);
     CloseHandle(process.hThread);
     CloseHandle(process.hProcess);
-    constexpr double kMost = 100;
-    return std::min(taken.count() / kCalls, kMost);
+    return taken.count() / kCalls;
+}
+
+std::vector<Pace> PacesOf(int records) {
+    constexpr double kOnWindowsAtMost = 100;
+    return {{MeasureRoundTrip(), records / 10}, {kOnWindowsAtMost, records}};
+}
+
+void PrintPace(const Pace& pace) {
+    std::printf(" %d records, each call %.0f us long at least\n", pace.records, pace.microseconds);
 }
 
 } // namespace varden::bench

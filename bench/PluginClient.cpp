@@ -39,10 +39,11 @@ void PluginClient::LogOn() {
     Call(L"VARD_Authenticate", {L"Outlook"});
 }
 
-int PluginClient::WalkInbox() {
+int PluginClient::WalkInbox(int most) {
     Call(L"VARD_OpenFolder", {L"/Inbox"});
     int count = 0;
-    for (std::wstring id = Call(L"VARD_GetFirstRecord"); id != L"End"; id = Call(L"VARD_GetNextRecord")) {
+    for (std::wstring id = Call(L"VARD_GetFirstRecord"); id != L"End" && count < most;
+         id = Call(L"VARD_GetNextRecord")) {
         for (const wchar_t* field : {L"Subject", L"From", L"Received Time", L"Importance", L"Body"}) {
             Call(L"VARD_GetFieldData", {field});
         }

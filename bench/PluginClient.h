@@ -16,7 +16,8 @@ public:
     /// Loads the plug-in beside this program.
     explicit PluginClient(standin::Recorder& watch);
 
-    int WalkInbox();
+    /// Reads five fields of the first mails in the Inbox, of all where there are no more.
+    int WalkInbox(int most);
     int SendMails(int count, const std::wstring& attachment);
     int WriteContacts(int count);
     int WriteCustomFields(int count);

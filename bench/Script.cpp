@@ -37,16 +37,16 @@ DWORD RunInto(std::wstring command, const std::wstring& outputFile) {
 
 } // namespace
 
-ScriptResult RunScript(const wchar_t* name, const std::wstring& mailbox, double roundTrip) {
+ScriptResult RunScript(const wchar_t* name, const std::wstring& mailbox, const Pace& pace) {
     const std::filesystem::path folder = std::filesystem::temp_directory_path();
     const std::filesystem::path output = folder / L"varden-bench-output",
                                 counts = folder / L"varden-bench-counts";
     SetEnvironmentVariableW(L"VARDEN_MAILBOX", mailbox.c_str());
-    SetEnvironmentVariableW(L"VARDEN_ROUND_TRIP", std::to_wstring(roundTrip).c_str());
+    SetEnvironmentVariableW(L"VARDEN_ROUND_TRIP", std::to_wstring(pace.microseconds).c_str());
     SetEnvironmentVariableW(L"VARDEN_COUNTS", counts.c_str());
-    const DWORD status =
-        RunInto(L"cscript.exe //nologo \"Z:" VARDEN_SOURCE_DIR L"/bench/" + std::wstring(name) + L"\"",
-                output.wstring());
+    const DWORD status = RunInto(L"cscript.exe //nologo \"Z:" VARDEN_SOURCE_DIR L"/bench/" +
+                                     std::wstring(name) + L"\" " + std::to_wstring(pace.records),
+                                 output.wstring());
     ScriptResult result;
     double milliseconds = 0;
     std::ifstream(output) >> result.records >> milliseconds;
