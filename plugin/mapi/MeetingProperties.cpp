@@ -6,6 +6,7 @@
 #include "PropertySets.h"
 #include "Tags.h"
 
+#include "fields/Conversions.h"
 #include "frame/PlugInLog.h"
 
 #include <array>
@@ -56,9 +57,6 @@ struct ValueRow {
 };
 
 constexpr ULONG kLastModification = 0x30080040;
-
-/// The time that stands for a missing start or end.
-constexpr FILETIME kFallbackTime{0xA3DD4000, 0x0CB34557}; // 1 January 4501, as Outlook's own mark for no date
 
 constexpr std::array kPreparedValues{
     ValueRow{M(26), ValueFrom::TimeProperty, kLastModification},
@@ -204,7 +202,7 @@ std::optional<OwnedValue> MakeValue(const ValueRow& row, IMessage& old, ULONG ow
         break;
     case ValueFrom::TimeProperty:
         if (!value.Read(old, row.tag)) {
-            value.SetTime(kFallbackTime);
+            value.SetTime(kNoTime);
         }
         break;
     case ValueFrom::Now:
