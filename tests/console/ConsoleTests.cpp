@@ -7,43 +7,15 @@
 
 namespace {
 
-TEST(Console, RunsScripts) {
-    const struct {
-        const char* script;
-        const char* output;
-        int status;
-        const char* errors;
-    } cases[] = {
-        {"", "", 0, ""},
-        {"# a comment with \" and [\n\n  \t\nShow Custom Dialog [ \"one¶two\" ]\n\"three\"\n",
-         "one\ntwo\nthree\n", 0, ""},
-        // A loop with a counter, steps in any case, both forms of Set Variable, a global.
-        {"set variable [ $i ; 0 ]\r\nLOOP\r\n  Set Variable[$i;Value:$i+1]\r\n  exit loop if [ $i > 3 ]\r\n"
-         "  Set Variable [ $$all ; $$all & $i ]\r\nend loop\r\n$$ALL\r\n",
-         "123\n", 0, ""},
-        // Exit Loop If leaves the inner loop only.
-        {"Loop\nLoop\nExit Loop If [ 1 ]\n\"never\"\nEnd Loop\n\"outer\"\nExit Loop If [ 1 ]\nEnd Loop",
-         "outer\n", 0, ""},
-        {"Set Variable [ $i ; 2 ]\nIf [ $i = 1 ]\n\"a\"\nElse If [ $i = 2 ]\n\"b\"\nElse If [ 1 "
-         "]\n\"c\"\nElse\n\"d\"\nEnd If",
-         "b\n", 0, ""},
-        {"If [ 0 ]\n\"a\"\nElse\n\"d\"\nIf [ \"]\" = \"]\" ]\n\"e\"\nEnd If\nEnd If\nIf ( 1 ; \"function\" )",
-         "d\ne\nfunction\n", 0, ""},
-        {"\"before\"\nLoop\nIf [ 1 ]\nExit Script [ Text Result: \"status 7\" ]\nEnd If\nEnd Loop\n\"after\"",
-         "before\n", 7, ""},
-        {"Exit Script [ 1 + 2 ]", "", 3, ""},
-        {"Exit Script\n\"after\"", "", 0, ""},
-        {"Exit Script [ Text Result: ]", "", 0, ""},
-        // Nothing runs when any line is wrong.
-        {"\"before\"\nIf [ 1 ]\nLeft( 1 )\nEnd If", "", 2, "SCRIPT:3: Left takes 2 arguments, not 1\n"},
-        {"Loop\n\"before\"", "", 2, "SCRIPT:1: Loop without End Loop\n"},
-        {"1\r\n\r\n2 +\r\n", "", 2, "SCRIPT:3: a value is missing before the end of the line\n"},
-        {"1\n\"\xFF\"", "", 2, "SCRIPT:2: the line is not valid UTF-8\n"},
-        {"\xEF\xBB\xBF\"mark\"\r\"old line ends\"", "mark\nold line ends\n", 0, ""},
-        {"Set Variable [ $größe ; \"é 😀 ß\" ]\nUpper( 1 )", "", 2, "SCRIPT:2: unknown function Upper\n"},
-        {"Set Variable [ $größe ; \"é 😀 ß\" ]\n$GRÖßE", "é 😀 ß\n", 0, ""},
-    };
-    for (const auto& [script, output, status, errors] : cases) {
+struct Run {
+    const char* script;
+    const char* output;
+    int status = 0;
+    const char* errors = "";
+};
+
+void ExpectRuns(std::initializer_list<Run> runs) {
+    for (const auto& [script, output, status, errors] : runs) {
         const ProgramResult result = RunScript(script);
         EXPECT_EQ(result.output, output) << script;
         EXPECT_EQ(result.status, status) << script;
@@ -51,16 +23,44 @@ TEST(Console, RunsScripts) {
     }
 }
 
+TEST(Console, RunsScripts) {
+    ExpectRuns({
+        {"", ""},
+        {"# a comment with \" and [\n\n  \t\nShow Custom Dialog [ \"one¶two\" ]\n\"three\"\n",
+         "one\ntwo\nthree\n"},
+        // A loop with a counter, steps in any case, both forms of Set Variable, a global.
+        {"set variable [ $i ; 0 ]\r\nLOOP\r\n  Set Variable[$i;Value:$i+1]\r\n  exit loop if [ $i > 3 ]\r\n"
+         "  Set Variable [ $$all ; $$all & $i ]\r\nend loop\r\n$$ALL\r\n",
+         "123\n"},
+        // Exit Loop If leaves the inner loop only.
+        {"Loop\nLoop\nExit Loop If [ 1 ]\n\"never\"\nEnd Loop\n\"outer\"\nExit Loop If [ 1 ]\nEnd Loop",
+         "outer\n"},
+        {"Set Variable [ $i ; 2 ]\nIf [ $i = 1 ]\n\"a\"\nElse If [ $i = 2 ]\n\"b\"\nElse If [ 1 "
+         "]\n\"c\"\nElse\n\"d\"\nEnd If",
+         "b\n"},
+        {"If [ 0 ]\n\"a\"\nElse\n\"d\"\nIf [ \"]\" = \"]\" ]\n\"e\"\nEnd If\nEnd If\nIf ( 1 ; \"function\" )",
+         "d\ne\nfunction\n"},
+        {"\"before\"\nLoop\nIf [ 1 ]\nExit Script [ Text Result: \"status 7\" ]\nEnd If\nEnd Loop\n\"after\"",
+         "before\n", 7},
+        {"Exit Script [ 1 + 2 ]", "", 3},
+        {"Exit Script\n\"after\"", ""},
+        {"Exit Script [ Text Result: ]", ""},
+        // Nothing runs when any line is wrong.
+        {"\"before\"\nIf [ 1 ]\nLeft( 1 )\nEnd If", "", 2, "SCRIPT:3: Left takes 2 arguments, not 1\n"},
+        {"Loop\n\"before\"", "", 2, "SCRIPT:1: Loop without End Loop\n"},
+        {"1\r\n\r\n2 +\r\n", "", 2, "SCRIPT:3: a value is missing before the end of the line\n"},
+        {"1\n\"\xFF\"", "", 2, "SCRIPT:2: the line is not valid UTF-8\n"},
+        {"\xEF\xBB\xBF\"mark\"\r\"old line ends\"", "mark\nold line ends\n"},
+        {"Set Variable [ $größe ; \"é 😀 ß\" ]\nUpper( 1 )", "", 2, "SCRIPT:2: unknown function Upper\n"},
+        {"Set Variable [ $größe ; \"é 😀 ß\" ]\n$GRÖßE", "é 😀 ß\n"},
+    });
+}
+
 TEST(Console, CallsThePlugin) {
-    const struct {
-        const char* script;
-        const char* output;
-        int status;
-        const char* errors;
-    } cases[] = {
+    ExpectRuns({
         {"tp_echo( \"é 😀\" )\nTP_Kinds( \"3x\" ; 1.5 ; 1 = 1 )\nTP_Kinds",
-         "é 😀\n[3x|3|1][1.5|1|1][1|1|1]\n\n", 0, ""},
-        {"TP_AnswerError & TP_AnswerNumber & ( TP_AnswerNumber = 7 )", "?71\n", 0, ""},
+         "é 😀\n[3x|3|1][1.5|1|1][1|1|1]\n\n"},
+        {"TP_AnswerError & TP_AnswerNumber & ( TP_AnswerNumber = 7 )", "?71\n"},
         {"TP_Echo( \"first\" )\nTP_Echo", "", 2, "SCRIPT:2: TP_Echo takes 1 to 2 arguments, not 0\n"},
         {"TP_Echo( \"first\" )\nIf [ 0 ]\nElse If [ TP_Throw( 1 ) ]\nEnd If\n\"never\"", "first\n", 2,
          "SCRIPT:3: TP_Throw threw an exception: broken\n"},
@@ -68,13 +68,7 @@ TEST(Console, CallsThePlugin) {
         {"TP_DeleteTwice", "survived\n", 0,
          "rule broken by the plug-in: FM_Text_Delete: a text that is no longer alive where a text is "
          "wanted\n"},
-    };
-    for (const auto& [script, output, status, errors] : cases) {
-        const ProgramResult result = RunScript(script);
-        EXPECT_EQ(result.output, output) << script;
-        EXPECT_EQ(result.status, status) << script;
-        EXPECT_EQ(result.errors, errors) << script;
-    }
+    });
 }
 
 TEST(Console, PromptAnswersLineByLineAndSurvivesMistakes) {

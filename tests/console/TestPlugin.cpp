@@ -6,6 +6,7 @@
 
 #include <objbase.h>
 
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <type_traits>
@@ -37,22 +38,27 @@ auto Checked(Operation operation, Arguments... arguments) {
     }
 }
 
-class OwnText {
-public:
-    explicit OwnText(const std::wstring& content) : m_text(Checked(FM_Text_Constructor1)) {
-        Checked(FM_Text_AssignUnicode, m_text, content.c_str());
-    }
-    ~OwnText() {
+/// Deletes an object of FileMaker's whatever comes of it.
+template <auto Delete>
+struct Deleter {
+    template <typename Object>
+    void operator()(Object* object) const {
         ErrorRecord record;
-        FM_Text_Delete(m_text, &record);
+        Delete(object, &record);
     }
-    OwnText(const OwnText&) = delete;
-    OwnText& operator=(const OwnText&) = delete;
-    Text* Get() const { return m_text; }
-
-private:
-    Text* m_text;
 };
+using OwnText = std::unique_ptr<Text, Deleter<FM_Text_Delete>>;
+using PluginId = std::unique_ptr<QuadChar, Deleter<FM_QuadChar_Delete>>;
+
+OwnText MakeText(const std::wstring& content) {
+    OwnText text(Checked(FM_Text_Constructor1));
+    Checked(FM_Text_AssignUnicode, text.get(), content.c_str());
+    return text;
+}
+
+PluginId MakeId() {
+    return PluginId(Checked(FM_QuadChar_Constructor2, 'T', 'E', 'S', 'T'));
+}
 
 std::wstring TextAt(const DataVect* arguments, std::uint32_t index) {
     const Text* text = Checked(FM_DataVect_AtAsText, arguments, index);
@@ -61,31 +67,29 @@ std::wstring TextAt(const DataVect* arguments, std::uint32_t index) {
     return content;
 }
 
-void Store(Data* result, const std::wstring& content, std::int32_t type = 1) {
-    const OwnText text(content);
-    Checked(FM_Data_SetAsText, result, static_cast<const Text*>(text.Get()),
+void Store(Data* result, const std::wstring& content, std::int32_t type) {
+    const OwnText text = MakeText(content);
+    Checked(FM_Data_SetAsText, result, static_cast<const Text*>(text.get()),
             Checked(FM_Data_GetLocale, result), type);
 }
 
-std::int16_t Echo(std::int16_t, const ExprEnv*, const DataVect* arguments, Data* result) {
+std::wstring Echo(const DataVect* arguments) {
     ++g_calls;
-    Store(result, TextAt(arguments, 0));
-    return 0;
+    return TextAt(arguments, 0);
 }
 
 /// Each argument as text, whole number and truth.
-std::int16_t Kinds(std::int16_t, const ExprEnv*, const DataVect* arguments, Data* result) {
+std::wstring Kinds(const DataVect* arguments) {
     std::wstring kinds;
     for (std::uint32_t i = 0; i < Checked(FM_DataVect_Size, arguments); ++i) {
         const FixPt* number = Checked(FM_DataVect_AtAsNumber, arguments, i);
         kinds += L"[" + TextAt(arguments, i) + L"|" + std::to_wstring(Checked(FM_FixPt_AsLong, number)) +
                  L"|" + std::to_wstring(Checked(FM_DataVect_AtAsBoolean, arguments, i)) + L"]";
     }
-    Store(result, kinds);
-    return 0;
+    return kinds;
 }
 
-std::int16_t Throw(std::int16_t, const ExprEnv*, const DataVect* arguments, Data*) {
+std::wstring Throw(const DataVect* arguments) {
     g_lastArguments = arguments;
     if (TextAt(arguments, 0) == L"number") {
         throw 7;
@@ -93,47 +97,43 @@ std::int16_t Throw(std::int16_t, const ExprEnv*, const DataVect* arguments, Data
     throw std::runtime_error("broken");
 }
 
-std::int16_t LeakText(std::int16_t, const ExprEnv*, const DataVect*, Data* result) {
+std::wstring LeakText(const DataVect*) {
     Checked(FM_Text_Constructor1);
-    Store(result, L"leaked");
-    return 0;
+    return L"leaked";
 }
 
-std::int16_t DeleteTwice(std::int16_t, const ExprEnv*, const DataVect*, Data* result) {
+std::wstring DeleteTwice(const DataVect*) {
     Text* text = Checked(FM_Text_Constructor1);
     Checked(FM_Text_Delete, text);
     Checked(FM_Text_Delete, text);
-    Store(result, L"survived");
-    return 0;
+    return L"survived";
 }
 
-std::int16_t AnswerError(std::int16_t, const ExprEnv*, const DataVect*, Data* result) {
-    Store(result, L"never seen");
-    return 5;
-}
-
-std::int16_t AnswerNumber(std::int16_t, const ExprEnv*, const DataVect*, Data* result) {
-    Store(result, L"007", 2);
-    return 0;
+std::wstring SevenInThreeDigits(const DataVect*) {
+    return L"007";
 }
 
 /// Uses the arguments of the last TP_Throw, which FileMaker has ended since.
-std::int16_t UseLateArguments(std::int16_t, const ExprEnv*, const DataVect*, Data* result) {
-    Store(result, std::to_wstring(Checked(FM_DataVect_Size, g_lastArguments)));
-    return 0;
+std::wstring UseLateArguments(const DataVect*) {
+    return std::to_wstring(Checked(FM_DataVect_Size, g_lastArguments));
 }
 
 /// How often Echo was called.
-std::int16_t Calls(std::int16_t, const ExprEnv*, const DataVect*, Data* result) {
-    Store(result, std::to_wstring(g_calls));
-    return 0;
+std::wstring Calls(const DataVect*) {
+    return std::to_wstring(g_calls);
 }
 
 /// Whether COM knows the name.
-std::int16_t HasProgId(std::int16_t, const ExprEnv*, const DataVect* arguments, Data* result) {
+std::wstring HasProgId(const DataVect* arguments) {
     CLSID classId;
-    Store(result, SUCCEEDED(CLSIDFromProgID(TextAt(arguments, 0).c_str(), &classId)) ? L"1" : L"0");
-    return 0;
+    return SUCCEEDED(CLSIDFromProgID(TextAt(arguments, 0).c_str(), &classId)) ? L"1" : L"0";
+}
+
+/// Answers what `Answer` gives, as a value of this type and with this error.
+template <auto Answer, std::int32_t type = 1, std::int16_t error = 0>
+std::int16_t Function(std::int16_t, const ExprEnv*, const DataVect* arguments, Data* result) {
+    Store(result, Answer(arguments), type);
+    return error;
 }
 
 struct FunctionRow {
@@ -145,41 +145,26 @@ struct FunctionRow {
     ExternalFunction function;
 };
 const FunctionRow kFunctions[] = {
-    {11, L"TP_Echo", L"TP_Echo( text ; optMore )", 1, 2, Echo},
-    {12, L"TP_Kinds", L"TP_Kinds( … )", 0, -1, Kinds},
-    {13, L"TP_Throw", L"TP_Throw( what )", 1, 1, Throw},
-    {14, L"TP_LeakText", L"TP_LeakText", 0, 0, LeakText},
-    {15, L"TP_DeleteTwice", L"TP_DeleteTwice", 0, 0, DeleteTwice},
-    {16, L"TP_AnswerError", L"TP_AnswerError", 0, 0, AnswerError},
-    {17, L"TP_AnswerNumber", L"TP_AnswerNumber", 0, 0, AnswerNumber},
-    {18, L"TP_Calls", L"TP_Calls", 0, 0, Calls},
-    {19, L"TP_HasProgId", L"TP_HasProgId( name )", 1, 1, HasProgId},
-    {20, L"TP_UseLateArguments", L"TP_UseLateArguments", 0, 0, UseLateArguments},
-    {21, L"", L"", 1, 1, Echo},
+    {11, L"TP_Echo", L"TP_Echo( text ; optMore )", 1, 2, Function<Echo>},
+    {12, L"TP_Kinds", L"TP_Kinds( … )", 0, -1, Function<Kinds>},
+    {13, L"TP_Throw", L"TP_Throw( what )", 1, 1, Function<Throw>},
+    {14, L"TP_LeakText", L"TP_LeakText", 0, 0, Function<LeakText>},
+    {15, L"TP_DeleteTwice", L"TP_DeleteTwice", 0, 0, Function<DeleteTwice>},
+    {16, L"TP_AnswerError", L"TP_AnswerError", 0, 0, Function<SevenInThreeDigits, 1, 5>},
+    {17, L"TP_AnswerNumber", L"TP_AnswerNumber", 0, 0, Function<SevenInThreeDigits, 2>},
+    {18, L"TP_Calls", L"TP_Calls", 0, 0, Function<Calls>},
+    {19, L"TP_HasProgId", L"TP_HasProgId( name )", 1, 1, Function<HasProgId>},
+    {20, L"TP_UseLateArguments", L"TP_UseLateArguments", 0, 0, Function<UseLateArguments>},
+    {21, L"", L"", 1, 1, Function<Echo>},
 };
-const FunctionRow kRuleBreaker{22, L"tp_ECHO", L"tp_ECHO( text )", 1, 1, Echo};
-
-/// Deletes its handle at the end.
-class PluginId {
-public:
-    PluginId() : m_id(Checked(FM_QuadChar_Constructor2, 'T', 'E', 'S', 'T')) {}
-    ~PluginId() {
-        ErrorRecord record;
-        FM_QuadChar_Delete(m_id, &record);
-    }
-    PluginId(const PluginId&) = delete;
-    PluginId& operator=(const PluginId&) = delete;
-    const QuadChar* Get() const { return m_id; }
-
-private:
-    QuadChar* m_id;
-};
+const FunctionRow kRuleBreaker{22, L"tp_ECHO", L"tp_ECHO( text )", 1, 1, Function<Echo>};
 
 void Register(const FunctionRow& row) {
-    const PluginId id;
-    const OwnText name(row.name), prototype(row.prototype);
-    Checked(FM_ExprEnv_RegisterExternalFunction, id.Get(), row.id, static_cast<const Text*>(name.Get()),
-            static_cast<const Text*>(prototype.Get()), row.minimum, row.maximum, 0xFF01U, row.function);
+    const PluginId id = MakeId();
+    const OwnText name = MakeText(row.name), prototype = MakeText(row.prototype);
+    Checked(FM_ExprEnv_RegisterExternalFunction, static_cast<const QuadChar*>(id.get()), row.id,
+            static_cast<const Text*>(name.get()), static_cast<const Text*>(prototype.get()), row.minimum,
+            row.maximum, 0xFF01U, row.function);
 }
 
 void RegisterAll() {
@@ -190,9 +175,9 @@ void RegisterAll() {
 
 /// The last function stays registered; one that never was is unregistered.
 void UnregisterMost() {
-    const PluginId id;
+    const PluginId id = MakeId();
     for (std::int16_t function = 10; function <= 20; ++function) {
-        Checked(FM_ExprEnv_UnRegisterExternalFunction, id.Get(), function);
+        Checked(FM_ExprEnv_UnRegisterExternalFunction, static_cast<const QuadChar*>(id.get()), function);
     }
 }
 

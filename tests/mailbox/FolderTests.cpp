@@ -96,9 +96,7 @@ TEST_F(Folders, AreCopiedToAnyStoreWithNamedPropertiesUnderItsIds) {
     ASSERT_NE(belowCopy, nullptr);
     const PropertyTag there = MakeTag(archive.Names().Id(name), PT_DOUBLE);
     EXPECT_NE(there, tag);
-    Value value;
-    ASSERT_EQ(belowCopy->Messages().at(0)->Read(there, value), S_OK);
-    EXPECT_EQ(value, Value(7.5));
+    EXPECT_EQ(Read(*belowCopy->Messages().at(0), there), Value(7.5));
     EXPECT_EQ(source.CopyTo(below, {}, copy), MAPI_E_FOLDER_CYCLE);
 }
 
@@ -179,12 +177,7 @@ TEST(SampleWorld, IsAsUsersAreTold) {
 
 TEST(AddressBook, ResolvesNames) {
     const auto mailbox = MakeSampleWorld();
-    struct Case {
-        const wchar_t* text;
-        HRESULT status;
-        const wchar_t* name;
-    };
-    const Case cases[] = {
+    const std::tuple<const wchar_t*, HRESULT, const wchar_t*> cases[] = {
         {L"Warehouse", S_OK, L"Warehouse"},
         {L"  ware ", S_OK, L"Warehouse"},
         {L"service.south", S_OK, L"Service South"},
@@ -196,14 +189,14 @@ TEST(AddressBook, ResolvesNames) {
         {L"", MAPI_E_NOT_FOUND, nullptr},
         {L"a@b.example", S_OK, L"a@b.example"},
     };
-    for (const Case& each : cases) {
-        SCOPED_TRACE(Utf8(each.text));
+    for (const auto& [text, status, name] : cases) {
+        SCOPED_TRACE(Utf8(text));
         std::shared_ptr<AddressEntry> entry;
-        EXPECT_EQ(mailbox->Addresses().Resolve(each.text, entry), each.status);
-        ASSERT_EQ(entry != nullptr, each.name != nullptr);
+        EXPECT_EQ(mailbox->Addresses().Resolve(text, entry), status);
+        ASSERT_EQ(entry != nullptr, name != nullptr);
         if (!entry)
             continue;
-        EXPECT_EQ(entry->Name(), each.name);
+        EXPECT_EQ(entry->Name(), name);
         std::shared_ptr<AddressEntry> opened;
         ASSERT_EQ(mailbox->Addresses().Open(entry->EntryId(), opened), S_OK);
         EXPECT_EQ(opened->Stored(), entry->Stored());

@@ -75,21 +75,13 @@ private:
     }
     wchar_t ParseEscape() {
         const wchar_t unit = Take();
-        switch (unit) {
-        case L'n':
-            return L'\n';
-        case L'r':
-            return L'\r';
-        case L't':
-            return L'\t';
-        case L'u': {
+        if (unit == L'u') {
             const std::wstring digits(m_text.substr(0, 4));
-            m_text.remove_prefix(4);
+            m_text.remove_prefix(digits.size());
             return static_cast<wchar_t>(std::stoi(digits, nullptr, 16));
         }
-        default:
-            return unit;
-        }
+        const std::size_t at = std::wstring_view(L"nrt").find(unit);
+        return at == std::wstring_view::npos ? unit : L"\n\r\t"[at];
     }
 
     std::wstring_view m_text;

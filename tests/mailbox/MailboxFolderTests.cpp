@@ -61,10 +61,11 @@ fs::path OnlyFile(const fs::path& folder, const std::string& ending) {
     return {};
 }
 
-TEST(MailboxFolder, ComesBackAsItWas) {
+TEST(MailboxFolder, ComesBackAsItWasAndNeverGivesAnIdTwice) {
     const TemporaryFolder folder;
     const fs::path path = folder.Path() / "new";
     std::string before;
+    Bytes removedId;
     {
         const auto mailbox = Open(path);
         Store& store = *mailbox->DefaultStore();
@@ -90,6 +91,7 @@ TEST(MailboxFolder, ComesBackAsItWas) {
         ASSERT_EQ(inbox.CreateMessage(true, associated), S_OK);
         ASSERT_EQ(associated->Save(), S_OK);
         const auto removed = SaveMessage(inbox, L"removed");
+        removedId = removed->Saved()->EntryId();
         ASSERT_EQ(inbox.RemoveMessage(*removed->Saved()), S_OK);
         before = Describe(*mailbox);
     }
@@ -97,28 +99,13 @@ TEST(MailboxFolder, ComesBackAsItWas) {
     EXPECT_EQ(Describe(*mailbox), before);
     Store& store = *mailbox->DefaultStore();
     const PropertyTag named = MakeTag(store.Names().Id({kPsPublicStrings, L"Case = number"}), PT_MV_UNICODE);
-    const Folder* made = FolderNamed(*mailbox, L"Inbox").FindSubfolder(L"projects");
+    Folder& inbox = FolderNamed(*mailbox, L"Inbox");
+    const Folder* made = inbox.FindSubfolder(L"projects");
     ASSERT_NE(made, nullptr);
-    Value value;
-    ASSERT_EQ(made->Read(named, value), S_OK);
-    EXPECT_EQ(value, Value(std::vector<std::wstring>{L"", L"a;b\\", L" "}));
-    ASSERT_EQ(made->Messages()[0]->Read(named, value), S_OK);
-    EXPECT_EQ(value, Value(std::vector<std::wstring>{L"red", L"green"}));
-}
-
-TEST(MailboxFolder, NeverGivesAnIdTwice) {
-    const TemporaryFolder folder;
-    Bytes removedId;
-    {
-        const auto mailbox = Open(folder.Path());
-        Folder& inbox = FolderNamed(*mailbox, L"Inbox");
-        const auto message = SaveMessage(inbox, L"x");
-        removedId = message->Saved()->EntryId();
-        ASSERT_EQ(inbox.RemoveMessage(*message->Saved()), S_OK);
-    }
-    const auto mailbox = Open(folder.Path());
-    EXPECT_NE(SaveMessage(FolderNamed(*mailbox, L"Inbox"), L"y")->Saved()->EntryId(), removedId);
+    EXPECT_EQ(Read(*made, named), Value(std::vector<std::wstring>{L"", L"a;b\\", L" "}));
+    EXPECT_EQ(Read(*made->Messages()[0], named), Value(std::vector<std::wstring>{L"red", L"green"}));
     EXPECT_EQ(mailbox->FindMessage(removedId), nullptr);
+    EXPECT_NE(SaveMessage(inbox, L"new")->Saved()->EntryId(), removedId);
 }
 
 TEST(MailboxFolder, KeepsFoldersUnderNamesThatNoFileMayHave) {
@@ -224,12 +211,7 @@ std::map<fs::path, Bytes> Snapshot(const fs::path& path) {
 TEST(MailboxFolder, RefusesBrokenFilesWithTheirLineAndTouchesNothing) {
     const TemporaryFolder folder;
     Open(folder.Path());
-    struct Case {
-        const char* file;
-        const char* text;
-        const char* reason;
-    };
-    const Case cases[] = {
+    const char* const cases[][3] = {
         {"mailbox.ini", "[Profile]\nName\n", ":2: neither a section nor a key with its value"},
         {"mailbox.ini", "[Profile]\nName=x\nStore=Front Desk\nColour=red\n", ":4: unknown key \"Colour\""},
         {"mailbox.ini", "[Profile]\nName=x\nStore=../x\n", ":3: \"../x\" is no folder beside mailbox.ini"},
@@ -250,15 +232,15 @@ TEST(MailboxFolder, RefusesBrokenFilesWithTheirLineAndTouchesNothing) {
         {"Front Desk/Inbox/folder.ini", "[Colours]\n", ":1: there is no section [Folder]"},
     };
     WriteFile(folder.Path() / "Front Desk" / "Inbox" / ".writing-000000000009.msg", "left over");
-    for (const Case& each : cases) {
-        SCOPED_TRACE(each.text);
-        const fs::path file = folder.Path() / each.file;
+    for (const auto& [name, text, reason] : cases) {
+        SCOPED_TRACE(text);
+        const fs::path file = folder.Path() / name;
         const Bytes sound = ReadFile(file);
-        WriteFile(file, each.text);
+        WriteFile(file, text);
         const auto before = Snapshot(folder.Path());
         LoadReport report;
         EXPECT_EQ(OpenMailboxFolder(folder.Path().wstring(), report), nullptr);
-        EXPECT_EQ(Utf8(report.error), Utf8(fs::path(file).make_preferred().wstring()) + each.reason);
+        EXPECT_EQ(Utf8(report.error), Utf8(fs::path(file).make_preferred().wstring()) + reason);
         EXPECT_TRUE(Snapshot(folder.Path()) == before);
         WriteFile(file, sound);
     }

@@ -40,14 +40,13 @@ void ExpectText(const Json& facts, const wchar_t* fact, const std::optional<std:
 
 template <PropertyTag tag>
 std::optional<std::wstring> TextIn(const PropertyBag& bag) {
-    const std::wstring* text = bag.Get<tag>();
-    return text ? std::optional(*text) : std::nullopt;
-}
-
-template <PropertyTag tag>
-std::optional<std::wstring> DateIn(const PropertyBag& bag) {
-    const SysTime* time = bag.Get<tag>();
-    return time ? std::optional(DateText(*time)) : std::nullopt;
+    const auto* value = bag.Get<tag>();
+    if (!value)
+        return std::nullopt;
+    if constexpr (PROP_TYPE(tag) == PT_SYSTIME)
+        return DateText(*value);
+    else
+        return *value;
 }
 
 /// Text of a field that contacts and appointments have under a name of the given set.
@@ -98,10 +97,10 @@ void ExpectFacts(const Json& facts, const Content& content, const NamedPropertie
     ExpectText(facts, L"senderEmail", TextIn<PR_SENDER_EMAIL_ADDRESS_W>(properties));
     EXPECT_EQ(body.size(), std::stoul(facts.Text(L"bodyLength")));
     EXPECT_EQ(Utf8(body.substr(0, 60)), Utf8(facts.Text(L"bodyStart")));
-    ExpectText(facts, L"received", DateIn<PR_MESSAGE_DELIVERY_TIME>(properties));
-    ExpectText(facts, L"submitted", DateIn<PR_CLIENT_SUBMIT_TIME>(properties));
-    ExpectText(facts, L"created", DateIn<PR_CREATION_TIME>(properties));
-    ExpectText(facts, L"modified", DateIn<PR_LAST_MODIFICATION_TIME>(properties));
+    ExpectText(facts, L"received", TextIn<PR_MESSAGE_DELIVERY_TIME>(properties));
+    ExpectText(facts, L"submitted", TextIn<PR_CLIENT_SUBMIT_TIME>(properties));
+    ExpectText(facts, L"created", TextIn<PR_CREATION_TIME>(properties));
+    ExpectText(facts, L"modified", TextIn<PR_LAST_MODIFICATION_TIME>(properties));
     ExpectText(facts, L"givenName", TextIn<PR_GIVEN_NAME_W>(properties));
     ExpectText(facts, L"surname", TextIn<PR_SURNAME_W>(properties));
     ExpectText(facts, L"company", TextIn<PR_COMPANY_NAME_W>(properties));
@@ -112,7 +111,7 @@ void ExpectFacts(const Json& facts, const Content& content, const NamedPropertie
     ExpectAttachments(facts, content);
 }
 
-TEST(MsgFiles, HoldWhatAnIndependentReaderFindsInThem) {
+TEST(MsgFiles, HoldWhatAnIndependentReaderFindsAndComeBackFromOurWriterAsTheyWere) {
     const std::filesystem::path folder = MsgFolder();
     if (folder.empty())
         GTEST_SKIP();
@@ -122,27 +121,11 @@ TEST(MsgFiles, HoldWhatAnIndependentReaderFindsInThem) {
             continue;
         SCOPED_TRACE(Utf8(file));
         NamedProperties names;
-        Content content;
+        Content content, again;
+        Bytes written;
         ASSERT_EQ(ReadMsgBytes(ReadFile(folder / file), names, content), S_OK);
         ExpectFacts(facts, content, names);
-    }
-}
-
-TEST(MsgFiles, ComeBackFromOurWriterAsTheyWere) {
-    const std::filesystem::path folder = MsgFolder();
-    if (folder.empty())
-        GTEST_SKIP();
-    for (const Json& facts : Facts(folder)) {
-        const std::wstring& file = facts.Text(L"file");
-        if (file.starts_with(L"damaged"))
-            continue;
-        SCOPED_TRACE(Utf8(file));
-        NamedProperties names;
-        Content content;
-        ASSERT_EQ(ReadMsgBytes(ReadFile(folder / file), names, content), S_OK);
-        Bytes written;
         ASSERT_EQ(WriteMsgBytes(content, names, written), S_OK);
-        Content again;
         ASSERT_EQ(ReadMsgBytes(written, names, again), S_OK);
         EXPECT_TRUE(SameContent(content, again));
         // For a store whose names have other ids, too.

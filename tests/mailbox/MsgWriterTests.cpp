@@ -15,6 +15,30 @@ using msg::LockBytesPointer;
 using msg::StoragePointer;
 using msg::StreamPointer;
 
+constexpr std::uint32_t kExclusive = STGM_READWRITE | STGM_SHARE_EXCLUSIVE;
+
+/// A compound file in memory.
+struct File {
+    explicit File(const Bytes& bytes = {}) { EXPECT_EQ(OpenStorageBytes(bytes, &memory, &storage), S_OK); }
+
+    LockBytesPointer memory;
+    StoragePointer storage;
+};
+
+StoragePointer Part(IStorage* storage, const std::wstring& name) {
+    StoragePointer part;
+    EXPECT_EQ(
+        storage->OpenStorage(name.c_str(), nullptr, STGM_READ | STGM_SHARE_EXCLUSIVE, nullptr, 0, &part),
+        S_OK);
+    return part;
+}
+
+/// Empty for a stream that isn't there.
+Bytes Stream(IStorage* storage, const std::wstring& name) {
+    std::uint64_t budget = 1 << 20;
+    return msg::ReadStream(storage, name, budget).value_or(Bytes());
+}
+
 Content RoundTrip(const Content& content, NamedProperties& names) {
     Bytes file;
     Content again;
@@ -75,18 +99,14 @@ std::shared_ptr<Attachment> MakeAttachment(std::uint32_t number, std::int32_t me
 
 /// A storage with a stream in a storage, as an OLE object has it.
 Bytes MakeOleObject() {
-    LockBytesPointer memory;
-    StoragePointer storage;
+    const File file;
     StoragePointer part;
     Bytes bytes;
-    EXPECT_EQ(OpenStorageBytes({}, &memory, &storage), S_OK);
-    EXPECT_EQ(
-        storage->CreateStorage(L"part", STGM_CREATE | STGM_READWRITE | STGM_SHARE_EXCLUSIVE, 0, 0, &part),
-        S_OK);
+    EXPECT_EQ(file.storage->CreateStorage(L"part", STGM_CREATE | kExclusive, 0, 0, &part), S_OK);
     msg::WriteStream(part, L"CONTENTS", "hello", 5);
     part.Release();
-    EXPECT_EQ(storage->Commit(STGC_DEFAULT), S_OK);
-    EXPECT_EQ(BytesOfStorage(memory, bytes), S_OK);
+    EXPECT_EQ(file.storage->Commit(STGC_DEFAULT), S_OK);
+    EXPECT_EQ(BytesOfStorage(file.memory, bytes), S_OK);
     return bytes;
 }
 
@@ -118,8 +138,7 @@ TEST(MsgWriter, WritesEveryTypeAndEverySortOfPart) {
 
 /// The tags that stand in one object of a file.
 std::set<PropertyTag> TagsIn(IStorage* storage, std::size_t headerSize) {
-    std::uint64_t budget = 1 << 20;
-    const Bytes stream = *msg::ReadStream(storage, msg::kPropertiesName, budget);
+    const Bytes stream = Stream(storage, msg::kPropertiesName);
     std::set<PropertyTag> tags;
     for (std::size_t at = headerSize; at + sizeof(msg::PropertyEntry) <= stream.size();
          at += sizeof(msg::PropertyEntry)) {
@@ -141,25 +160,17 @@ TEST(MsgWriter, WritesWhatIsWorkedOutAndTheReaderLeavesItOut) {
     row.Set<PR_RECIPIENT_TYPE>(MAPI_CC);
     content.recipients = {row};
     content.attachments = {MakeAttachment(0, ATTACH_BY_VALUE)};
-    LockBytesPointer memory;
-    StoragePointer storage;
-    StoragePointer attachment;
-    ASSERT_EQ(OpenStorageBytes({}, &memory, &storage), S_OK);
-    ASSERT_EQ(WriteMsg(content, names, storage), S_OK);
-    const std::set<PropertyTag> tags = TagsIn(storage, msg::kTopHeaderSize);
+    const File file;
+    ASSERT_EQ(WriteMsg(content, names, file.storage), S_OK);
+    const std::set<PropertyTag> tags = TagsIn(file.storage, msg::kTopHeaderSize);
     for (const PropertyTag tag : {PR_SUBJECT_PREFIX_W, PR_NORMALIZED_SUBJECT_W, PR_DISPLAY_TO_W,
                                   PR_DISPLAY_CC_W, PR_DISPLAY_BCC_W, PR_HASATTACH, PR_MESSAGE_FLAGS})
         EXPECT_TRUE(tags.contains(tag)) << std::hex << tag;
-    std::uint64_t budget = 1 << 20;
-    const Bytes carbonCopies = *msg::ReadStream(storage, msg::ValueName(PR_DISPLAY_CC_W), budget);
-    EXPECT_EQ(carbonCopies, (Bytes{'A', 0, 'n', 0, 'n', 0}));
-    ASSERT_EQ(storage->OpenStorage(msg::PartName(msg::kAttachmentPrefix, 0).c_str(), nullptr,
-                                   STGM_READ | STGM_SHARE_EXCLUSIVE, nullptr, 0, &attachment),
-              S_OK);
-    EXPECT_TRUE(TagsIn(attachment, msg::kPartHeaderSize).contains(PR_ATTACH_NUM));
-    attachment.Release();
+    EXPECT_EQ(Stream(file.storage, msg::ValueName(PR_DISPLAY_CC_W)), (Bytes{'A', 0, 'n', 0, 'n', 0}));
+    EXPECT_TRUE(TagsIn(Part(file.storage, msg::PartName(msg::kAttachmentPrefix, 0)), msg::kPartHeaderSize)
+                    .contains(PR_ATTACH_NUM));
     Content again;
-    ASSERT_EQ(ReadMsg(storage, names, again), S_OK);
+    ASSERT_EQ(ReadMsg(file.storage, names, again), S_OK);
     EXPECT_TRUE(SameContent(content, again));
 }
 
@@ -172,14 +183,8 @@ TEST(MsgWriter, KeepsOleObjects) {
     const Content again = RoundTrip(content, names);
     ASSERT_EQ(again.attachments.size(), 1u);
     ASSERT_NE(again.attachments[0]->oleStorage, nullptr);
-    LockBytesPointer memory;
-    StoragePointer storage;
-    StoragePointer part;
-    ASSERT_EQ(OpenStorageBytes(*again.attachments[0]->oleStorage, &memory, &storage), S_OK);
-    ASSERT_EQ(storage->OpenStorage(L"part", nullptr, STGM_READ | STGM_SHARE_EXCLUSIVE, nullptr, 0, &part),
-              S_OK);
-    std::uint64_t budget = 100;
-    EXPECT_EQ(msg::ReadStream(part, L"CONTENTS", budget), (Bytes{'h', 'e', 'l', 'l', 'o'}));
+    const File file(*again.attachments[0]->oleStorage);
+    EXPECT_EQ(Stream(Part(file.storage, L"part"), L"CONTENTS"), (Bytes{'h', 'e', 'l', 'l', 'o'}));
 }
 
 TEST(MsgWriter, LeavesOutWhatNoFileHoldsAndMakesTextUnicode) {
@@ -199,22 +204,18 @@ TEST(MsgWriter, LeavesOutWhatNoFileHoldsAndMakesTextUnicode) {
 }
 
 TEST(MsgWriter, TakesThePlaceOfAMessageInItsStorage) {
-    LockBytesPointer memory;
-    StoragePointer storage;
+    const File file;
     NamedProperties names;
-    Content first;
+    Content first, second, again;
     first.properties = EveryType();
     first.recipients.resize(3);
-    Content second;
     second.properties.Set<PR_SUBJECT_W>(L"second");
-    ASSERT_EQ(OpenStorageBytes({}, &memory, &storage), S_OK);
-    ASSERT_EQ(WriteMsg(first, names, storage), S_OK);
-    ASSERT_EQ(WriteMsg(second, names, storage), S_OK);
-    Content again;
-    ASSERT_EQ(ReadMsg(storage, names, again), S_OK);
+    ASSERT_EQ(WriteMsg(first, names, file.storage), S_OK);
+    ASSERT_EQ(WriteMsg(second, names, file.storage), S_OK);
+    ASSERT_EQ(ReadMsg(file.storage, names, again), S_OK);
     EXPECT_TRUE(SameContent(second, again));
     STATSTG state{};
-    ASSERT_EQ(storage->Stat(&state, STATFLAG_NONAME), S_OK);
+    ASSERT_EQ(file.storage->Stat(&state, STATFLAG_NONAME), S_OK);
     EXPECT_TRUE(state.clsid == msg::kClass);
 }
 
@@ -238,25 +239,17 @@ TEST(MsgWriter, GoesNoDeeperThanTheReader) {
 }
 
 /// Buckets of a file's names: number or checksum and kind of each name, by bucket.
-std::map<std::uint32_t, std::vector<std::uint64_t>> Buckets(const Bytes& file) {
-    LockBytesPointer memory;
-    StoragePointer storage;
-    StoragePointer names;
-    EXPECT_EQ(OpenStorageBytes(file, &memory, &storage), S_OK);
-    EXPECT_EQ(
-        storage->OpenStorage(msg::kNamesName, nullptr, STGM_READ | STGM_SHARE_EXCLUSIVE, nullptr, 0, &names),
-        S_OK);
+std::map<std::uint32_t, std::vector<std::uint64_t>> Buckets(const Bytes& bytes) {
+    const File file(bytes);
+    const StoragePointer names = Part(file.storage, msg::kNamesName);
     std::map<std::uint32_t, std::vector<std::uint64_t>> buckets;
     for (std::uint32_t bucket = msg::kFirstBucket; bucket < msg::kFirstBucket + msg::kBuckets; ++bucket) {
-        std::uint64_t budget = 1 << 20;
-        const auto stream = msg::ReadStream(names, msg::ValueName(bucket << 16 | PT_BINARY), budget);
-        for (std::size_t i = 0; stream && i + sizeof(msg::NameEntry) <= stream->size();
-             i += sizeof(msg::NameEntry)) {
+        const Bytes stream = Stream(names, msg::ValueName(bucket << 16 | PT_BINARY));
+        for (std::size_t i = 0; i + sizeof(msg::NameEntry) <= stream.size(); i += sizeof(msg::NameEntry)) {
             msg::NameEntry entry;
-            std::memcpy(&entry, stream->data() + i, sizeof entry);
+            std::memcpy(&entry, stream.data() + i, sizeof entry);
             buckets[bucket].push_back(std::uint64_t{entry.id} << 1 | (entry.setAndKind & 1));
         }
-        std::ranges::sort(buckets[bucket]);
     }
     return buckets;
 }
@@ -280,26 +273,21 @@ TEST(MsgWriter, PutsNamesWhereOutlookLooksForThem) {
 }
 
 TEST(MsgReader, ReadsNarrowTextInTheFilesCodePage) {
-    LockBytesPointer memory;
-    StoragePointer storage;
-    ASSERT_EQ(OpenStorageBytes({}, &memory, &storage), S_OK);
+    const File file, empty;
     struct {
         std::uint8_t header[msg::kTopHeaderSize]{};
         msg::PropertyEntry codePage{kPrMessageCodepage, 6, {0xA4, 0x03}}; // 932
         msg::PropertyEntry subject{PR_SUBJECT_A, 6, {7}};
         msg::PropertyEntry missing{PR_BODY_A, 6, {9}};
     } properties;
-    msg::WriteStream(storage, msg::kPropertiesName, &properties, sizeof properties);
-    msg::WriteStream(storage, msg::ValueName(PR_SUBJECT_A), "\x93\xFA\x96\x7B\x8C\xEA", 6);
+    msg::WriteStream(file.storage, msg::kPropertiesName, &properties, sizeof properties);
+    msg::WriteStream(file.storage, msg::ValueName(PR_SUBJECT_A), "\x93\xFA\x96\x7B\x8C\xEA", 6);
     NamedProperties names;
     Content content;
-    ASSERT_EQ(ReadMsg(storage, names, content), S_OK);
+    ASSERT_EQ(ReadMsg(file.storage, names, content), S_OK);
     EXPECT_EQ(content.properties.GetOr<PR_SUBJECT_W>({}), L"日本語");
     EXPECT_FALSE(content.properties.Contains(PR_BODY_W));
-    LockBytesPointer emptyMemory;
-    StoragePointer empty;
-    ASSERT_EQ(OpenStorageBytes({}, &emptyMemory, &empty), S_OK);
-    EXPECT_EQ(ReadMsg(empty, names, content), MAPI_E_CORRUPT_DATA);
+    EXPECT_EQ(ReadMsg(empty.storage, names, content), MAPI_E_CORRUPT_DATA);
 }
 
 } // namespace

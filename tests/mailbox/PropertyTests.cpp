@@ -13,21 +13,16 @@ TEST(PropertyBag, AnswersATagOnlyInATypeThatFits) {
     bag.Set<PR_SUBJECT_W>(L"Grüße");
     bag.Put(PR_BODY_W, std::string("caf\xE9"));
     bag.Put(PR_IMPORTANCE, std::vector<std::string>{"a", "b"});
+    EXPECT_EQ(Read(bag, PR_SUBJECT_A), Value(std::string("Gr\xFC\xDF\x65")));
+    EXPECT_EQ(Read(bag, CHANGE_PROP_TYPE(PR_SUBJECT_W, PT_UNSPECIFIED)), Value(std::wstring(L"Grüße")));
     Value value;
-    EXPECT_EQ(bag.Read(PR_SUBJECT_A, value), S_OK);
-    EXPECT_EQ(value, Value(std::string("Gr\xFC\xDF"
-                                       "e")));
-    EXPECT_EQ(bag.Read(PROP_TAG(PT_UNSPECIFIED, PROP_ID(PR_SUBJECT_W)), value), S_OK);
-    EXPECT_EQ(value, Value(std::wstring(L"Grüße")));
-    EXPECT_EQ(bag.Read(PROP_TAG(PT_LONG, PROP_ID(PR_SUBJECT_W)), value), MAPI_E_NOT_FOUND);
-    EXPECT_EQ(bag.Read(PROP_TAG(PT_MV_UNICODE, PROP_ID(PR_SUBJECT_W)), value), MAPI_E_NOT_FOUND);
-    EXPECT_EQ(bag.Read(PR_BODY_W, value), S_OK);
-    EXPECT_EQ(value, Value(std::wstring(L"café")));
+    EXPECT_EQ(bag.Read(CHANGE_PROP_TYPE(PR_SUBJECT_W, PT_LONG), value), MAPI_E_NOT_FOUND);
+    EXPECT_EQ(bag.Read(CHANGE_PROP_TYPE(PR_SUBJECT_W, PT_MV_UNICODE), value), MAPI_E_NOT_FOUND);
+    EXPECT_EQ(Read(bag, PR_BODY_W), Value(std::wstring(L"café")));
     bag.Set<kPrMessageCodepage>(1251);
-    EXPECT_EQ(bag.Read(PR_BODY_W, value), S_OK);
-    EXPECT_EQ(value, Value(std::wstring(L"cafй")));
-    EXPECT_EQ(bag.Read(PROP_TAG(PT_MV_UNICODE, PROP_ID(PR_IMPORTANCE)), value), S_OK);
-    EXPECT_EQ(value, Value(std::vector<std::wstring>{L"a", L"b"}));
+    EXPECT_EQ(Read(bag, PR_BODY_W), Value(std::wstring(L"cafй")));
+    EXPECT_EQ(Read(bag, CHANGE_PROP_TYPE(PR_IMPORTANCE, PT_MV_UNICODE)),
+              Value(std::vector<std::wstring>{L"a", L"b"}));
 }
 
 TEST(PropertyBag, KeepsOneValueAnIdInOrderWhateverItsType) {

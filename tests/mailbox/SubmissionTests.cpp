@@ -45,6 +45,11 @@ protected:
         EXPECT_EQ(message->Write(PR_SENTMAIL_ENTRYID, m_sent.EntryId()), S_OK);
         return message;
     }
+    std::shared_ptr<OpenMessage> Open(Message& saved, Access access = Access::Modify) {
+        std::shared_ptr<OpenMessage> message;
+        EXPECT_EQ(m_outbox.OpenMessage(saved, access, message), S_OK);
+        return message;
+    }
 };
 
 TEST_F(Submission, DeliversToMailboxesHereAndFilesTheSendersCopy) {
@@ -109,8 +114,7 @@ TEST_F(Submission, ReachesTheMembersOfAListOnceEach) {
 }
 
 TEST_F(Submission, CarriesNamedPropertiesAndTheSenderInWhoseNameItGoes) {
-    Folder& archiveLike = m_backOffice;
-    archiveLike.Names().Id({kPsPublicStrings, L"in the way"}, true);
+    m_backOffice.Names().Id({kPsPublicStrings, L"in the way"}, true);
     const PropertyName name{kPsPublicStrings, L"Case"};
     const auto message = Compose();
     AddRecipient(*message, L"Back Office");
@@ -118,9 +122,7 @@ TEST_F(Submission, CarriesNamedPropertiesAndTheSenderInWhoseNameItGoes) {
     ASSERT_EQ(message->Write(PR_SENT_REPRESENTING_NAME_W, std::wstring(L"The Boss")), S_OK);
     ASSERT_EQ(m_mailbox->Submit(*message), S_OK);
     const Message& arrived = *m_backOffice.Messages().at(0);
-    Value value;
-    ASSERT_EQ(arrived.Read(MakeTag(arrived.Names().Id(name), PT_LONG), value), S_OK);
-    EXPECT_EQ(value, Value(std::int32_t{4711}));
+    EXPECT_EQ(Read(arrived, MakeTag(arrived.Names().Id(name), PT_LONG)), Value(std::int32_t{4711}));
     EXPECT_EQ(arrived.Get<PR_SENT_REPRESENTING_NAME_W>(), L"The Boss");
     EXPECT_EQ(arrived.Get<PR_SENDER_NAME_W>(), L"Front Desk");
 }
@@ -133,9 +135,7 @@ TEST_F(Submission, IsRefusedAsMapiDoesIt) {
     EXPECT_EQ(m_mailbox->Submit(*message), MAPI_E_NO_RECIPIENTS);
     AddRecipient(*message, L"Front Desk");
     ASSERT_EQ(message->Save(), S_OK);
-    std::shared_ptr<OpenMessage> readOnly;
-    ASSERT_EQ(m_outbox.OpenMessage(*message->Saved(), Access::Read, readOnly), S_OK);
-    EXPECT_EQ(m_mailbox->Submit(*readOnly), E_ACCESSDENIED);
+    EXPECT_EQ(m_mailbox->Submit(*Open(*message->Saved(), Access::Read)), E_ACCESSDENIED);
     ASSERT_EQ(m_mailbox->Submit(*message), S_OK);
     EXPECT_EQ(m_mailbox->Submit(*message), MAPI_E_SUBMITTED);
     EXPECT_EQ(message->Write(PR_BODY_W, std::wstring(L"late")), MAPI_E_OBJECT_DELETED);
@@ -187,9 +187,7 @@ TEST_F(Submission, ThatFailsLateCanBeTriedAgain) {
     ASSERT_EQ(m_mailbox->Submit(*message), S_OK) << "it has gone out, though the copy can't be filed";
     EXPECT_EQ(keeper.submissions, 1);
     ASSERT_EQ(m_outbox.Messages().size(), 1u);
-    std::shared_ptr<OpenMessage> again;
-    ASSERT_EQ(m_outbox.OpenMessage(*m_outbox.Messages()[0], Access::Modify, again), S_OK);
-    EXPECT_EQ(m_mailbox->Submit(*again), MAPI_E_SUBMITTED);
+    EXPECT_EQ(m_mailbox->Submit(*Open(*m_outbox.Messages()[0])), MAPI_E_SUBMITTED);
     EXPECT_EQ(m_inbox.Messages().size(), 1u);
     EXPECT_EQ(m_backOffice.Messages().size(), 1u);
 }
@@ -199,8 +197,7 @@ TEST_F(Submission, LeavesTheCopyInTheOutboxOrDropsIt) {
     AddRecipient(*stays, L"Back Office");
     ASSERT_EQ(m_mailbox->Submit(*stays), S_OK);
     ASSERT_EQ(m_outbox.Messages().size(), 1u);
-    std::shared_ptr<OpenMessage> again;
-    ASSERT_EQ(m_outbox.OpenMessage(*m_outbox.Messages()[0], Access::Modify, again), S_OK);
+    const auto again = Open(*m_outbox.Messages()[0]);
     EXPECT_EQ(m_mailbox->Submit(*again), MAPI_E_SUBMITTED);
     EXPECT_EQ(again->Write(PR_SUBJECT_W, std::wstring(L"x")), MAPI_E_SUBMITTED);
     EXPECT_EQ(m_outbox.RemoveMessage(*m_outbox.Messages()[0]), MAPI_E_SUBMITTED);

@@ -32,6 +32,14 @@ private:
 /// Narrow text for messages of failing tests.
 std::string Utf8(std::wstring_view text);
 
+/// A property that has to be there.
+template <class Object>
+Value Read(const Object& object, PropertyTag tag) {
+    Value value;
+    EXPECT_EQ(object.Read(tag, value), S_OK) << std::hex << tag;
+    return value;
+}
+
 /// A folder of the default store by its name.
 Folder& FolderNamed(Mailbox& mailbox, std::wstring_view name);
 /// A new message with this subject, saved.

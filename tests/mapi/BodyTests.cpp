@@ -17,23 +17,18 @@ constexpr ULONG kBodyChanged = 2;
 
 class BodyTest : public MapiTest {
 protected:
-    static Bytes Stored(IMessage* message, ULONG tag) {
-        Ref<IStream> stream;
-        EXPECT_EQ(OpenStream(message, tag, 0, stream), S_OK);
-        return ReadAll(stream.Get());
-    }
+    static Bytes Stored(IMessage* message, ULONG tag) { return ReadAll(OpenStream(message, tag)); }
     static std::string Rtf(IMessage* message) {
-        Ref<IStream> compressed, stream;
-        EXPECT_EQ(OpenStream(message, PR_RTF_COMPRESSED, 0, compressed), S_OK);
-        EXPECT_EQ(WrapCompressedRTFStream(compressed.Get(), 0, &stream), S_OK);
-        const Bytes bytes = ReadAll(stream.Get());
+        Ref<IStream> stream;
+        EXPECT_EQ(WrapCompressedRTFStream(OpenStream(message, PR_RTF_COMPRESSED), 0, &stream), S_OK);
+        const Bytes bytes = ReadAll(stream);
         return {bytes.begin(), bytes.end()};
     }
     static void WriteRtf(IMessage* message, std::string_view rtf, ULONG flags = MAPI_MODIFY) {
-        Ref<IStream> compressed, stream;
-        ASSERT_EQ(OpenStream(message, PR_RTF_COMPRESSED, MAPI_CREATE | MAPI_MODIFY, compressed), S_OK);
-        ASSERT_EQ(WrapCompressedRTFStream(compressed.Get(), flags, &stream), S_OK);
-        WriteAll(stream.Get(), BytesOf(rtf));
+        const auto compressed = OpenStream(message, PR_RTF_COMPRESSED, MAPI_CREATE | MAPI_MODIFY);
+        Ref<IStream> stream;
+        ASSERT_EQ(WrapCompressedRTFStream(compressed, flags, &stream), S_OK);
+        WriteAll(stream, BytesOf(rtf));
         ASSERT_EQ(stream->Commit(0), S_OK);
         ASSERT_EQ(compressed->Commit(0), S_OK);
     }
@@ -42,51 +37,50 @@ protected:
 
 TEST_F(BodyTest, AMessageWithoutABodyHasNone) {
     const Ref<IMessage> message = NewMessage(L"Hello");
-    for (const ULONG tag : {PR_BODY_W, PR_BODY_A, ULONG{kPrHtml}, PR_RTF_COMPRESSED, PR_RTF_IN_SYNC}) {
-        EXPECT_EQ(ReadStatus(message.Get(), tag), MAPI_E_NOT_FOUND) << std::hex << tag;
-    }
-    EXPECT_EQ(Native(message.Get()), 0);
+    for (const ULONG tag : {PR_BODY_W, PR_BODY_A, ULONG{kPrHtml}, PR_RTF_COMPRESSED, PR_RTF_IN_SYNC})
+        EXPECT_EQ(ReadStatus(message, tag), MAPI_E_NOT_FOUND) << std::hex << tag;
+    EXPECT_EQ(Native(message), 0);
 }
 
 TEST_F(BodyTest, WhicheverFormIsWrittenTheOthersFollow) {
     const Ref<IMessage> message = NewMessage(L"Hello");
-    ASSERT_EQ(Set(message.Get(), Text(PR_BODY_W, L"a < \u00E9\r\nb")), S_OK);
-    EXPECT_EQ(Native(message.Get()), 1);
-    EXPECT_NE(Rtf(message.Get()).find("a < "), std::string::npos);
-    const Bytes html = Stored(message.Get(), kPrHtml);
+    ASSERT_EQ(Set(message, Text(PR_BODY_W, L"a < \u00E9\r\nb")), S_OK);
+    EXPECT_EQ(Native(message), 1);
+    EXPECT_NE(Rtf(message).find("a < "), std::string::npos);
+    const Bytes html = Stored(message, kPrHtml);
     EXPECT_NE(std::string(html.begin(), html.end()).find("a &lt; &#233;"), std::string::npos);
 
     const Bytes page =
         BytesOf("<html><head><title>T</title><body><p>one &amp; two</p>three<br>four & 5</body>"
                 "<style>six");
-    ASSERT_EQ(Set(message.Get(), Binary(kPrHtml, page)), S_OK);
-    EXPECT_EQ(Native(message.Get()), 3);
-    EXPECT_EQ(GetBinary(message.Get(), kPrHtml), page);
-    EXPECT_EQ(GetText(message.Get(), PR_BODY_W), L"one & two\r\nthree\r\nfour & 5");
-    const std::string rtf = Rtf(message.Get());
+    ASSERT_EQ(Set(message, Binary(kPrHtml, page)), S_OK);
+    EXPECT_EQ(Native(message), 3);
+    EXPECT_EQ(GetBinary(message, kPrHtml), page);
+    EXPECT_EQ(GetText(message, PR_BODY_W), L"one & two\r\nthree\r\nfour & 5");
+    const std::string rtf = Rtf(message);
     EXPECT_NE(rtf.find("\\fromhtml1"), std::string::npos);
-    WriteRtf(message.Get(), rtf);
-    EXPECT_EQ(Stored(message.Get(), kPrHtml), page) << "it is in the RTF whole";
+    WriteRtf(message, rtf);
+    EXPECT_EQ(Stored(message, kPrHtml), page) << "it is in the RTF whole";
 
-    WriteRtf(message.Get(), "{\\rtf1\\ansi bold \\b text\\b0\\par next}");
-    EXPECT_EQ(Native(message.Get()), 2);
-    EXPECT_TRUE(GetText(message.Get(), PR_BODY_W).starts_with(L"bold text\r\nnext"));
+    WriteRtf(message, "{\\rtf1\\ansi bold \\b text\\b0\\par next}");
+    EXPECT_EQ(Native(message), 2);
+    EXPECT_TRUE(GetText(message, PR_BODY_W).starts_with(L"bold text\r\nnext"));
     ASSERT_EQ(message->SaveChanges(KEEP_OPEN_READWRITE), S_OK);
-    EXPECT_EQ(Rtf(Reopen(message.Get()).Get()), "{\\rtf1\\ansi bold \\b text\\b0\\par next}");
+    EXPECT_EQ(Rtf(Reopen(message)), "{\\rtf1\\ansi bold \\b text\\b0\\par next}");
     ASSERT_EQ(message->DeleteProps(Tags{PR_RTF_COMPRESSED}, nullptr), S_OK);
-    EXPECT_EQ(Problem(message.Get(), Long(mapi::kPrNativeBodyInfo, 1)), MAPI_E_COMPUTED);
+    EXPECT_EQ(Problem(message, Long(mapi::kPrNativeBodyInfo, 1)), MAPI_E_COMPUTED);
 }
 
 TEST_F(BodyTest, WhicheverFormIsDeletedTheBodyIsGone) {
     for (const ULONG tag : {PR_BODY_W, ULONG{kPrHtml}, PR_RTF_COMPRESSED}) {
         const Ref<IMessage> message = NewMessage(L"Hello");
-        ASSERT_EQ(Set(message.Get(), Text(PR_BODY_W, L"text")), S_OK);
+        ASSERT_EQ(Set(message, Text(PR_BODY_W, L"text")), S_OK);
         Block<SPropProblemArray> problems;
         ASSERT_EQ(message->DeleteProps(Tags{tag}, &problems), S_OK);
         EXPECT_FALSE(problems);
         for (const ULONG form : {PR_BODY_W, ULONG{kPrHtml}, PR_RTF_COMPRESSED})
-            EXPECT_EQ(ReadStatus(message.Get(), form), MAPI_E_NOT_FOUND) << std::hex << tag << ' ' << form;
-        EXPECT_EQ(Native(message.Get()), 0);
+            EXPECT_EQ(ReadStatus(message, form), MAPI_E_NOT_FOUND) << std::hex << tag << ' ' << form;
+        EXPECT_EQ(Native(message), 0);
     }
 }
 
@@ -98,13 +92,13 @@ TEST_F(BodyTest, RtfSyncMakesTheFormThatChangedTheOneThatCounts) {
     open->Write(kPrHtml, BytesOf("from html"));
     const Ref<IMessage> message(mapi::MakeMessage(open));
     BOOL updated = FALSE;
-    EXPECT_EQ(RTFSync(message.Get(), 4, &updated), MAPI_E_UNKNOWN_FLAGS);
+    EXPECT_EQ(RTFSync(message, 4, &updated), MAPI_E_UNKNOWN_FLAGS);
     EXPECT_EQ(RTFSync(nullptr, kRtfChanged, &updated), MAPI_E_INVALID_PARAMETER);
-    EXPECT_EQ(Native(message.Get()), 3);
-    ASSERT_EQ(RTFSync(message.Get(), kRtfChanged, &updated), S_OK);
+    EXPECT_EQ(Native(message), 3);
+    ASSERT_EQ(RTFSync(message, kRtfChanged, &updated), S_OK);
     EXPECT_TRUE(updated);
-    EXPECT_TRUE(GetText(message.Get(), PR_BODY_W).starts_with(L"from rtf"));
-    ASSERT_EQ(RTFSync(message.Get(), kBodyChanged, &updated), S_OK);
+    EXPECT_TRUE(GetText(message, PR_BODY_W).starts_with(L"from rtf"));
+    ASSERT_EQ(RTFSync(message, kBodyChanged, &updated), S_OK);
     EXPECT_FALSE(updated) << "there is no text of its own any more";
 }
 
@@ -136,22 +130,22 @@ TEST_F(BodyTest, CompressedRtfIsReadAndWritten) {
 
 TEST_F(BodyTest, AWrappedStreamGoesOneWay) {
     const Ref<IMessage> message = NewMessage(L"Hello");
-    WriteRtf(message.Get(), "{\\rtf1 plain}", MAPI_MODIFY | STORE_UNCOMPRESSED_RTF);
-    EXPECT_NE(Stored(message.Get(), PR_RTF_COMPRESSED), mapi::CompressRtf(BytesOf("{\\rtf1 plain}")));
-    EXPECT_EQ(Rtf(message.Get()), "{\\rtf1 plain}");
-    Ref<IStream> compressed, stream;
-    ASSERT_EQ(OpenStream(message.Get(), PR_RTF_COMPRESSED, 0, compressed), S_OK);
-    ASSERT_EQ(WrapCompressedRTFStream(compressed.Get(), 0, &stream), S_OK);
+    WriteRtf(message, "{\\rtf1 plain}", MAPI_MODIFY | STORE_UNCOMPRESSED_RTF);
+    EXPECT_NE(Stored(message, PR_RTF_COMPRESSED), mapi::CompressRtf(BytesOf("{\\rtf1 plain}")));
+    EXPECT_EQ(Rtf(message), "{\\rtf1 plain}");
+    Ref<IStream> stream;
+    ASSERT_EQ(WrapCompressedRTFStream(OpenStream(message, PR_RTF_COMPRESSED), 0, &stream), S_OK);
     STATSTG statistics{};
     EXPECT_EQ(stream->Stat(&statistics, STATFLAG_NONAME), E_NOTIMPL);
     EXPECT_EQ(stream->Seek({}, STREAM_SEEK_SET, nullptr), E_NOTIMPL);
     EXPECT_EQ(stream->SetSize({}), E_NOTIMPL);
     EXPECT_EQ(stream->Write("x", 1, nullptr), STG_E_ACCESSDENIED);
-    EXPECT_EQ(WrapCompressedRTFStream(compressed.Get(), 4, &stream), MAPI_E_UNKNOWN_FLAGS);
+    EXPECT_EQ(WrapCompressedRTFStream(OpenStream(message, PR_RTF_COMPRESSED), 4, &stream),
+              MAPI_E_UNKNOWN_FLAGS);
     EXPECT_EQ(WrapCompressedRTFStream(nullptr, 0, &stream), MAPI_E_INVALID_PARAMETER);
-    ASSERT_EQ(Set(message.Get(), Binary(PR_RTF_COMPRESSED, BytesOf("no RTF"))), S_OK);
-    ASSERT_EQ(OpenStream(message.Get(), PR_RTF_COMPRESSED, 0, compressed), S_OK);
-    EXPECT_EQ(WrapCompressedRTFStream(compressed.Get(), 0, &stream), MAPI_E_CORRUPT_DATA);
+    ASSERT_EQ(Set(message, Binary(PR_RTF_COMPRESSED, BytesOf("no RTF"))), S_OK);
+    EXPECT_EQ(WrapCompressedRTFStream(OpenStream(message, PR_RTF_COMPRESSED), 0, &stream),
+              MAPI_E_CORRUPT_DATA);
 }
 
 } // namespace

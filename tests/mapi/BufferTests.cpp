@@ -10,8 +10,6 @@ namespace mapi_tests {
 namespace {
 
 using BufferTest = MapiTest;
-using Texts = std::vector<std::wstring>;
-
 TEST_F(BufferTest, ABlockIsFreedWithAllThatIsChainedToIt) {
     void* root = nullptr;
     void* more = nullptr;
@@ -57,11 +55,11 @@ TEST_F(BufferTest, WritingWhereNothingMayBeWrittenIsNoticed) {
     ASSERT_EQ(MAPIAllocateBuffer(10, &block), S_OK);
     static_cast<volatile char*>(block)[10] = 'x';
     MAPIFreeBuffer(block);
-    EXPECT_EQ(TakeViolations(), std::vector<std::wstring>{L"MAPI buffer written to past its end"});
+    EXPECT_EQ(TakeViolations(), Texts{L"MAPI buffer written to past its end"});
 
     static_cast<volatile char*>(block)[3] = 'x';
     mapi::CheckFreedBuffers();
-    EXPECT_EQ(TakeViolations(), std::vector<std::wstring>{L"MAPI buffer written to after MAPIFreeBuffer"});
+    EXPECT_EQ(TakeViolations(), Texts{L"MAPI buffer written to after MAPIFreeBuffer"});
 }
 
 TEST(InitializationTest, ThereIsNoMapiOutsideOfIt) {
@@ -101,15 +99,15 @@ TEST(InitializationTest, ThereIsNoMapiOutsideOfIt) {
 
 TEST_F(BufferTest, AnObjectIsNotUsedAfterItsLastRelease) {
     Ref<IMessage> message = NewMessage(L"gone");
-    IMessage* dead = message.Get();
+    IMessage* dead = message;
     message.Clear();
     Block<SPropValue> value;
     EXPECT_EQ(HrGetOneProp(dead, PR_SUBJECT_W, &value), MAPI_E_INVALID_OBJECT);
     dead->Release();
     dead->AddRef();
-    EXPECT_EQ(TakeViolations(), (std::vector<std::wstring>{L"IMessage: used after its last release",
-                                                           L"IMessage: released too often",
-                                                           L"IMessage: referenced after its last release"}));
+    EXPECT_EQ(TakeViolations(),
+              (Texts{L"IMessage: used after its last release", L"IMessage: released too often",
+                     L"IMessage: referenced after its last release"}));
 }
 
 } // namespace

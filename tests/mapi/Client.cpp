@@ -9,38 +9,43 @@ using namespace standin;
 namespace mapi_tests {
 
 SPropValue Text(ULONG tag, const wchar_t* text) {
-    SPropValue value{};
-    value.ulPropTag = tag;
-    value.Value.lpszW = const_cast<wchar_t*>(text);
-    return value;
+    return {tag, 0, {.lpszW = const_cast<wchar_t*>(text)}};
+}
+
+SPropValue Narrow(ULONG tag, const char* text) {
+    return {tag, 0, {.lpszA = const_cast<char*>(text)}};
 }
 
 SPropValue Long(ULONG tag, LONG number) {
-    SPropValue value{};
-    value.ulPropTag = tag;
-    value.Value.l = number;
-    return value;
+    return {tag, 0, {.l = number}};
 }
 
 SPropValue Truth(ULONG tag, bool truth) {
-    SPropValue value{};
-    value.ulPropTag = tag;
-    value.Value.b = truth;
-    return value;
-}
-
-SPropValue Time(ULONG tag, std::uint64_t ticks) {
-    SPropValue value{};
-    value.ulPropTag = tag;
-    value.Value.ft = {static_cast<DWORD>(ticks), static_cast<DWORD>(ticks >> 32)};
-    return value;
+    return {tag, 0, {.b = truth}};
 }
 
 SPropValue Binary(ULONG tag, const Bytes& bytes) {
-    SPropValue value{};
-    value.ulPropTag = tag;
-    value.Value.bin = {static_cast<ULONG>(bytes.size()), const_cast<BYTE*>(bytes.data())};
-    return value;
+    return {tag, 0, {.bin = {static_cast<ULONG>(bytes.size()), const_cast<BYTE*>(bytes.data())}}};
+}
+
+SRestriction Property(ULONG relation, SPropValue& value, ULONG tag) {
+    return {RES_PROPERTY, {.resProperty = {relation, tag ? tag : value.ulPropTag, &value}}};
+}
+
+SRestriction Content(ULONG level, SPropValue& value, ULONG tag) {
+    return {RES_CONTENT, {.resContent = {level, tag ? tag : value.ulPropTag, &value}}};
+}
+
+SRestriction Exist(ULONG tag) {
+    return {RES_EXIST, {.resExist = {0, tag, 0}}};
+}
+
+SRestriction Not(SRestriction& part) {
+    return {RES_NOT, {.resNot = {0, &part}}};
+}
+
+SRestriction List(ULONG kind, std::span<SRestriction> parts) {
+    return {kind, {.resAnd = {static_cast<ULONG>(parts.size()), parts.data()}}};
 }
 
 std::wstring GetText(IMAPIProp* object, ULONG tag) {
@@ -85,6 +90,19 @@ Bytes BytesOf(std::string_view text) {
     return {text.begin(), text.end()};
 }
 
+ULONG Size(const Bytes& id) {
+    return static_cast<ULONG>(id.size());
+}
+
+ENTRYID* Id(const Bytes& id) {
+    return reinterpret_cast<ENTRYID*>(const_cast<BYTE*>(id.data()));
+}
+
+Bytes BytesOf(ULONG size, const Block<ENTRYID>& id) {
+    const auto* bytes = reinterpret_cast<const BYTE*>(id.Get());
+    return {bytes, bytes + size};
+}
+
 Bytes ReadAll(IStream* stream) {
     Bytes all;
     std::uint8_t part[1000];
@@ -104,17 +122,29 @@ HRESULT OpenStream(IMAPIProp* object, ULONG tag, ULONG flags, Ref<IStream>& stre
     return object->OpenProperty(tag, &mapi::kIidStream, 0, flags, stream.Unknown());
 }
 
+Ref<IStream> OpenStream(IMAPIProp* object, ULONG tag, ULONG flags) {
+    Ref<IStream> stream;
+    EXPECT_EQ(OpenStream(object, tag, flags, stream), S_OK);
+    return stream;
+}
+
+Rows::Rows(IMAPITable* table, Tags columns) {
+    EXPECT_EQ(table->SetColumns(columns, 0), S_OK);
+    EXPECT_EQ(table->SeekRow(BOOKMARK_BEGINNING, 0, nullptr), S_OK);
+    EXPECT_EQ(table->QueryRows(1000, 0, &m_rows), S_OK);
+}
+
 ULONG RowCount(IMAPITable* table) {
     ULONG count = 0;
     EXPECT_EQ(table->GetRowCount(0, &count), S_OK);
     return count;
 }
 
-std::vector<std::wstring> Column(IMAPITable* table, ULONG tag) {
+Texts Column(IMAPITable* table, ULONG tag) {
     EXPECT_EQ(table->SetColumns(Tags{tag}, 0), S_OK);
     Rows rows;
     EXPECT_EQ(table->QueryRows(1000, 0, &rows), S_OK);
-    std::vector<std::wstring> texts;
+    Texts texts;
     for (ULONG i = 0; i < rows.Count(); ++i)
         texts.push_back(rows.At(i, 0).ulPropTag == tag ? rows.At(i, 0).Value.lpszW : L"-");
     return texts;
@@ -156,27 +186,22 @@ MapiTest::~MapiTest() {
     EXPECT_EQ(left.buffers, 0);
     MAPIUninitialize();
     EXPECT_EQ(mapi::Live().sessions, 0);
-    EXPECT_EQ(m_watch.Violations(), std::vector<std::wstring>());
+    EXPECT_EQ(m_watch.Violations(), Texts());
     SetCurrentWatch(nullptr);
     mapi::SetMailbox(nullptr);
 }
 
 Ref<IMsgStore> MapiTest::OpenStore(std::size_t index, ULONG flags) {
-    Bytes id = Store(index).EntryId();
+    const Bytes id = Store(index).EntryId();
     Ref<IMsgStore> store;
-    EXPECT_EQ(Session()->OpenMsgStore(0, static_cast<ULONG>(id.size()), reinterpret_cast<ENTRYID*>(id.data()),
-                                      nullptr, flags, &store),
-              S_OK);
+    EXPECT_EQ(Session()->OpenMsgStore(0, Size(id), Id(id), nullptr, flags, &store), S_OK);
     return store;
 }
 
 Ref<IMAPIFolder> MapiTest::OpenFolder(const wchar_t* name, ULONG flags) {
-    Bytes id = Folder(name).EntryId();
     Ref<IMAPIFolder> folder;
     ULONG type = 0;
-    EXPECT_EQ(Session()->OpenEntry(static_cast<ULONG>(id.size()), reinterpret_cast<ENTRYID*>(id.data()),
-                                   nullptr, flags, &type, folder.Unknown()),
-              S_OK);
+    EXPECT_EQ(OpenEntry(Session(), Folder(name).EntryId(), flags, folder, &type), S_OK);
     EXPECT_EQ(type, MAPI_FOLDER);
     return folder;
 }
@@ -187,26 +212,31 @@ Ref<IAddrBook> MapiTest::OpenAddressBook() {
     return book;
 }
 
-Ref<IMessage> MapiTest::NewMessage() {
+Ref<IMessage> MapiTest::NewMessageIn(const wchar_t* folder) {
     Ref<IMessage> message;
-    EXPECT_EQ(OpenFolder(L"Inbox")->CreateMessage(nullptr, 0, &message), S_OK);
+    EXPECT_EQ(OpenFolder(folder)->CreateMessage(nullptr, 0, &message), S_OK);
     return message;
 }
 
 Ref<IMessage> MapiTest::NewMessage(const wchar_t* subject) {
     Ref<IMessage> message = NewMessage();
-    EXPECT_EQ(Set(message.Get(), Text(PR_SUBJECT_W, subject)), S_OK);
+    EXPECT_EQ(Set(message, Text(PR_SUBJECT_W, subject)), S_OK);
     EXPECT_EQ(message->SaveChanges(KEEP_OPEN_READWRITE), S_OK);
     return message;
 }
 
+Ref<IAttach> MapiTest::NewAttach(IMessage* message, const wchar_t* name) {
+    ULONG number = 0;
+    Ref<IAttach> attach;
+    EXPECT_EQ(message->CreateAttach(nullptr, 0, &number, &attach), S_OK);
+    EXPECT_EQ(Set(attach, Text(PR_ATTACH_LONG_FILENAME_W, name)), S_OK);
+    return attach;
+}
+
 Ref<IMessage> MapiTest::Reopen(IMessage* message, ULONG flags) {
-    Bytes id = GetBinary(message, PR_ENTRYID);
     Ref<IMessage> opened;
     ULONG type = 0;
-    EXPECT_EQ(Session()->OpenEntry(static_cast<ULONG>(id.size()), reinterpret_cast<ENTRYID*>(id.data()),
-                                   nullptr, flags, &type, opened.Unknown()),
-              S_OK);
+    EXPECT_EQ(OpenEntry(Session(), GetBinary(message, PR_ENTRYID), flags, opened, &type), S_OK);
     EXPECT_EQ(type, MAPI_MESSAGE);
     return opened;
 }
@@ -217,13 +247,13 @@ std::shared_ptr<mailbox::OpenMessage> MapiTest::MakeMessage() {
     return message;
 }
 
-std::vector<std::wstring> MapiTest::TakeViolations() {
-    std::vector<std::wstring> violations = m_watch.Violations();
+Texts MapiTest::TakeViolations() {
+    Texts violations = m_watch.Violations();
     m_watch.Reset();
     return violations;
 }
 
-std::ostream& operator<<(std::ostream& out, const std::vector<std::wstring>& texts) {
+std::ostream& operator<<(std::ostream& out, const Texts& texts) {
     for (const std::wstring& text : texts)
         out << mailbox::Narrow(text, CP_UTF8) << " | ";
     return out;

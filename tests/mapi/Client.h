@@ -9,13 +9,14 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
+#include <span>
 #include <string>
 #include <vector>
 
 namespace mapi_tests {
 
 using standin::mailbox::Bytes;
+using Texts = std::vector<std::wstring>;
 
 /// One reference to an interface.
 template <class Interface>
@@ -31,8 +32,7 @@ public:
     ~Ref() { Clear(); }
 
     Interface* operator->() const { return m_object; }
-    Interface* Get() const { return m_object; }
-    explicit operator bool() const { return m_object != nullptr; }
+    operator Interface*() const { return m_object; }
     /// For out parameters, of this type or as IUnknown.
     Interface** operator&() { return Clear(), &m_object; }
     IUnknown** Unknown() { return Clear(), reinterpret_cast<IUnknown**>(&m_object); }
@@ -50,7 +50,7 @@ template <class T>
 class Block {
 public:
     Block() = default;
-    Block(Block&& other) noexcept : m_block(std::exchange(other.m_block, nullptr)) {}
+    Block(const Block&) = delete;
     ~Block() { MAPIFreeBuffer(m_block); }
     T** operator&() { return MAPIFreeBuffer(std::exchange(m_block, nullptr)), &m_block; }
     T* operator->() const { return m_block; }
@@ -60,23 +60,6 @@ public:
 
 private:
     T* m_block = nullptr;
-};
-
-/// A row set, freed as clients free it.
-class Rows {
-public:
-    Rows() = default;
-    Rows(const Rows&) = delete;
-    ~Rows() { FreeProws(m_rows); }
-    SRowSet** operator&() { return FreeProws(std::exchange(m_rows, nullptr)), &m_rows; }
-    ULONG Count() const { return m_rows->cRows; }
-    const SPropValue& At(ULONG row, ULONG column) const { return m_rows->aRow[row].lpProps[column]; }
-    const SRow& Row(ULONG row) const { return m_rows->aRow[row]; }
-    SRowSet* Get() const { return m_rows; }
-    SRowSet* Release() { return std::exchange(m_rows, nullptr); }
-
-private:
-    SRowSet* m_rows = nullptr;
 };
 
 /// A list of tags for a parameter.
@@ -91,12 +74,38 @@ private:
     std::vector<ULONG> m_memory;
 };
 
+/// A row set, freed as clients free it.
+class Rows {
+public:
+    Rows() = default;
+    /// All rows of a table, from its beginning, with these columns.
+    Rows(IMAPITable* table, Tags columns);
+    Rows(const Rows&) = delete;
+    ~Rows() { FreeProws(m_rows); }
+    SRowSet** operator&() { return FreeProws(std::exchange(m_rows, nullptr)), &m_rows; }
+    ULONG Count() const { return m_rows->cRows; }
+    const SPropValue& At(ULONG row, ULONG column) const { return m_rows->aRow[row].lpProps[column]; }
+    const SRow& Row(ULONG row) const { return m_rows->aRow[row]; }
+    SRowSet* Release() { return std::exchange(m_rows, nullptr); }
+
+private:
+    SRowSet* m_rows = nullptr;
+};
+
 // Property values for parameters. What they point to is the caller's.
 SPropValue Text(ULONG tag, const wchar_t* text);
+SPropValue Narrow(ULONG tag, const char* text);
 SPropValue Long(ULONG tag, LONG number);
 SPropValue Truth(ULONG tag, bool truth);
-SPropValue Time(ULONG tag, std::uint64_t ticks);
 SPropValue Binary(ULONG tag, const Bytes& bytes);
+
+// Restrictions. What they point to is the caller's; the tag is the value's unless another is given.
+SRestriction Property(ULONG relation, SPropValue& value, ULONG tag = 0);
+SRestriction Content(ULONG level, SPropValue& value, ULONG tag = 0);
+SRestriction Exist(ULONG tag);
+SRestriction Not(SRestriction& part);
+/// RES_AND or RES_OR.
+SRestriction List(ULONG kind, std::span<SRestriction> parts);
 
 // One property of an object, by HrGetOneProp or HrSetOneProp. Missing ones fail the test.
 std::wstring GetText(IMAPIProp* object, ULONG tag);
@@ -109,14 +118,37 @@ HRESULT Set(IMAPIProp* object, SPropValue value);
 HRESULT Problem(IMAPIProp* object, SPropValue value);
 
 Bytes BytesOf(std::string_view text);
+/// Those of an entry id that was handed out.
+Bytes BytesOf(ULONG size, const Block<ENTRYID>& id);
+// An entry id as parameters have it.
+ULONG Size(const Bytes& id);
+ENTRYID* Id(const Bytes& id);
+/// Opens an entry through a session, a store, a folder or the address book.
+template <class Opener, class Interface>
+HRESULT OpenEntry(const Opener& opener, const Bytes& id, ULONG flags, Ref<Interface>& object,
+                  ULONG* type = nullptr) {
+    ULONG ignored = 0;
+    return opener->OpenEntry(Size(id), Id(id), nullptr, flags, type ? type : &ignored, object.Unknown());
+}
+
 /// The rest of a stream.
 Bytes ReadAll(IStream* stream);
 void WriteAll(IStream* stream, const Bytes& bytes);
 HRESULT OpenStream(IMAPIProp* object, ULONG tag, ULONG flags, Ref<IStream>& stream);
+/// For those that can be opened.
+Ref<IStream> OpenStream(IMAPIProp* object, ULONG tag, ULONG flags = 0);
 
+/// The table that a method of the object gives.
+template <class Holder, class Interface>
+Ref<IMAPITable> Table(const Holder& object, HRESULT (STDMETHODCALLTYPE Interface::*open)(ULONG, IMAPITable**),
+                      ULONG flags = MAPI_UNICODE) {
+    Ref<IMAPITable> table;
+    EXPECT_EQ(((*object).*open)(flags, &table), S_OK);
+    return table;
+}
 ULONG RowCount(IMAPITable* table);
 /// The texts of one column of a table, from where it stands; "-" where there is none.
-std::vector<std::wstring> Column(IMAPITable* table, ULONG tag);
+Texts Column(IMAPITable* table, ULONG tag);
 
 /// An address list of one entry with these properties, made as documented: each entry's in a buffer of its
 /// own.
@@ -144,10 +176,13 @@ protected:
     Ref<IMsgStore> OpenStore(std::size_t index = 0, ULONG flags = MAPI_BEST_ACCESS);
     Ref<IMAPIFolder> OpenFolder(const wchar_t* name, ULONG flags = MAPI_BEST_ACCESS);
     Ref<IAddrBook> OpenAddressBook();
-    /// A new message in the Inbox, not yet saved.
-    Ref<IMessage> NewMessage();
+    /// A new message, not yet saved.
+    Ref<IMessage> NewMessageIn(const wchar_t* folder);
+    Ref<IMessage> NewMessage() { return NewMessageIn(L"Inbox"); }
     /// One that is saved, with a subject.
     Ref<IMessage> NewMessage(const wchar_t* subject);
+    /// A new attachment with this file name, not yet saved.
+    static Ref<IAttach> NewAttach(IMessage* message, const wchar_t* name);
     Ref<IMessage> Reopen(IMessage* message, ULONG flags = 0);
 
     standin::mailbox::Mailbox& World() { return *m_world; }
@@ -157,10 +192,10 @@ protected:
     }
     /// The working copy of a message in the Inbox, to put into it what no client could.
     std::shared_ptr<standin::mailbox::OpenMessage> MakeMessage();
-    IMAPISession* Session() { return m_session.Get(); }
+    IMAPISession* Session() { return m_session; }
     standin::Recorder& Watch() { return m_watch; }
     /// The rules broken so far, which the end of the test then passes over.
-    std::vector<std::wstring> TakeViolations();
+    Texts TakeViolations();
 
 private:
     standin::Recorder m_watch;
@@ -168,6 +203,6 @@ private:
     Ref<IMAPISession> m_session;
 };
 
-std::ostream& operator<<(std::ostream& out, const std::vector<std::wstring>& texts);
+std::ostream& operator<<(std::ostream& out, const Texts& texts);
 
 } // namespace mapi_tests

@@ -47,20 +47,18 @@ TEST_F(FunctionTest, AFileIsAStream) {
     EXPECT_EQ(OpenFile(path, STGM_READ, stream), MAPI_E_NOT_FOUND);
     EXPECT_EQ(OpenFile(Path("none/a.bin"), STGM_CREATE | STGM_READWRITE, stream), MAPI_E_NOT_FOUND);
     ASSERT_EQ(OpenFile(path, STGM_CREATE | STGM_READWRITE, stream), S_OK);
-    WriteAll(stream.Get(), BytesOf("a longer text"));
+    WriteAll(stream, BytesOf("a longer text"));
     EXPECT_EQ(stream->Commit(0), S_OK);
     ASSERT_EQ(OpenFile(path, STGM_CREATE | STGM_READWRITE, stream), S_OK);
-    Ref<IStream> source;
-    const Ref<IMessage> message = NewMessage(L"Hello");
-    ASSERT_EQ(OpenStream(message.Get(), PR_SUBJECT_W, 0, source), S_OK);
+    const Ref<IStream> source = OpenStream(NewMessage(L"Hello"), PR_SUBJECT_W);
     ULARGE_INTEGER read{}, written{};
-    ASSERT_EQ(source->CopyTo(stream.Get(), {.QuadPart = 4}, &read, &written), S_OK);
+    ASSERT_EQ(source->CopyTo(stream, {.QuadPart = 4}, &read, &written), S_OK);
     EXPECT_EQ(read.QuadPart, 4u);
     EXPECT_EQ(written.QuadPart, 4u);
     stream.Clear();
 
     ASSERT_EQ(OpenFile(path, STGM_READ, stream), S_OK);
-    EXPECT_EQ(ReadAll(stream.Get()), (Bytes{'H', 0, 'e', 0})) << "the file was emptied first";
+    EXPECT_EQ(ReadAll(stream), (Bytes{'H', 0, 'e', 0})) << "the file was emptied first";
     EXPECT_EQ(stream->Write("x", 1, nullptr), STG_E_ACCESSDENIED);
     stream.Clear();
     EXPECT_EQ(OpenStreamOnFile(nullptr, MAPIFreeBuffer, STGM_READ, const_cast<char*>(path.c_str()), nullptr,
@@ -126,7 +124,7 @@ protected:
     }
     Bytes File() {
         Bytes bytes;
-        EXPECT_EQ(mailbox::BytesOfStorage(m_memory.Get(), bytes), S_OK);
+        EXPECT_EQ(mailbox::BytesOfStorage(m_memory, bytes), S_OK);
         return bytes;
     }
     static HRESULT Copy(IMessage* from, IMessage* to) {
@@ -149,11 +147,11 @@ TEST_F(MsgTest, AMessageIsSavedInAStorageAndReadFromIt) {
     Ref<IStorage> storage;
     ASSERT_EQ(Create(storage), S_OK);
     Ref<IMessage> message;
-    ASSERT_EQ(Open(storage.Get(), message, 0, NoteRelease, 77), S_OK);
-    ASSERT_EQ(Copy(source.Get(), message.Get()), S_OK);
+    ASSERT_EQ(Open(storage, message, 0, NoteRelease, 77), S_OK);
+    ASSERT_EQ(Copy(source, message), S_OK);
     mailbox::NamedProperties names;
     mailbox::Content content;
-    EXPECT_NE(mailbox::ReadMsg(storage.Get(), names, content), S_OK) << "not before SaveChanges";
+    EXPECT_NE(mailbox::ReadMsg(storage, names, content), S_OK) << "not before SaveChanges";
     ASSERT_EQ(message->SaveChanges(KEEP_OPEN_READWRITE), S_OK);
     STATSTG statistics{};
     ASSERT_EQ(storage->Stat(&statistics, STATFLAG_NONAME), S_OK);
@@ -167,13 +165,13 @@ TEST_F(MsgTest, AMessageIsSavedInAStorageAndReadFromIt) {
     EXPECT_EQ(content.properties.GetOr<PR_SUBJECT_W>({}), L"Saved");
 
     ASSERT_EQ(mailbox::OpenStorageBytes(file, &m_memory, &storage), S_OK);
-    ASSERT_EQ(Open(storage.Get(), message), S_OK);
-    EXPECT_EQ(GetText(message.Get(), PR_SUBJECT_W), L"Saved");
-    EXPECT_EQ(GetText(message.Get(), PR_DISPLAY_TO_W), L"Ann");
-    ASSERT_EQ(Set(message.Get(), Text(PR_SUBJECT_W, L"Again")), S_OK);
+    ASSERT_EQ(Open(storage, message), S_OK);
+    EXPECT_EQ(GetText(message, PR_SUBJECT_W), L"Saved");
+    EXPECT_EQ(GetText(message, PR_DISPLAY_TO_W), L"Ann");
+    ASSERT_EQ(Set(message, Text(PR_SUBJECT_W, L"Again")), S_OK);
     ASSERT_EQ(message->SaveChanges(KEEP_OPEN_READWRITE), S_OK);
     CloseIMsgSession(m_session);
-    EXPECT_EQ(ReadStatus(message.Get(), PR_SUBJECT_W), MAPI_E_INVALID_OBJECT);
+    EXPECT_EQ(ReadStatus(message, PR_SUBJECT_W), MAPI_E_INVALID_OBJECT);
     message.Clear();
     CloseIMsgSession(std::exchange(m_session, nullptr));
     EXPECT_EQ(TakeViolations().size(), 1u) << "closed twice";
@@ -186,36 +184,47 @@ TEST_F(MsgTest, WhatIsNoMessageIsRefused) {
     ASSERT_EQ(storage->CreateStream(L"__properties_version1.0",
                                     STGM_CREATE | STGM_READWRITE | STGM_SHARE_EXCLUSIVE, 0, 0, &stream),
               S_OK);
-    WriteAll(stream.Get(), Bytes(3, 0xFF));
+    WriteAll(stream, Bytes(3, 0xFF));
     stream.Clear();
     Ref<IMessage> message;
-    EXPECT_EQ(Open(storage.Get(), message), MAPI_E_CORRUPT_DATA);
+    EXPECT_EQ(Open(storage, message), MAPI_E_CORRUPT_DATA);
     EXPECT_EQ(Open(nullptr, message), MAPI_E_INVALID_PARAMETER);
-    EXPECT_EQ(Open(storage.Get(), message, 0x40), MAPI_E_UNKNOWN_FLAGS);
+    EXPECT_EQ(Open(storage, message, 0x40), MAPI_E_UNKNOWN_FLAGS);
     EXPECT_EQ(OpenIMsgOnIStg(m_session, nullptr, MAPIAllocateMore, MAPIFreeBuffer, MAPIGetDefaultMalloc(),
-                             nullptr, storage.Get(), nullptr, 0, 0, &message),
+                             nullptr, storage, nullptr, 0, 0, &message),
               MAPI_E_INVALID_PARAMETER);
     LPMSGSESS session = nullptr;
     EXPECT_EQ(OpenIMsgSession(nullptr, 0, &session), MAPI_E_INVALID_PARAMETER);
     EXPECT_EQ(OpenIMsgSession(MAPIGetDefaultMalloc(), 8, &session), MAPI_E_UNKNOWN_FLAGS);
 }
 
-/// A call that hands something out: gives its status, and notes whether it left something behind.
+/// A call that is made to fail: gives its status, and notes whether it left something behind.
 struct Planned {
     const wchar_t* member;
     std::function<HRESULT(bool& left)> call;
 };
 
+/// One with a pointer to hand out.
+template <class T>
+Planned HandsOut(const wchar_t* member, std::type_identity_t<std::function<HRESULT(T** out)>> call) {
+    return {member, [call](bool& left) {
+                T* out = Junk<T>();
+                const HRESULT status = call(&out);
+                left = out != nullptr;
+                return status;
+            }};
+}
+
 class PlannedFailureTest : public MsgTest {
 protected:
     void ExpectFailures(const std::vector<Planned>& calls) {
         for (const auto& [member, call] : calls) {
-            const std::string name = mailbox::Narrow(member, CP_UTF8);
+            SCOPED_TRACE(mailbox::Narrow(member, CP_UTF8));
             Watch().FailMember(member, MAPI_E_DISK_ERROR);
             bool left = false;
-            EXPECT_EQ(call(left), MAPI_E_DISK_ERROR) << name;
-            EXPECT_TRUE(Watch().HasFailed()) << name;
-            EXPECT_FALSE(left) << name;
+            EXPECT_EQ(call(left), MAPI_E_DISK_ERROR);
+            EXPECT_TRUE(Watch().HasFailed());
+            EXPECT_FALSE(left);
         }
         Watch().Reset();
     }
@@ -223,43 +232,22 @@ protected:
 
 TEST_F(PlannedFailureTest, EveryFunctionThatCanFailFails) {
     const Ref<IMessage> message = NewMessage(L"Hello");
-    Ref<IMAPITable> table;
-    ASSERT_EQ(OpenFolder(L"Inbox")->GetContentsTable(0, &table), S_OK);
+    const Ref<IMAPITable> table = Table(OpenFolder(L"Inbox"), &IMAPIContainer::GetContentsTable);
     Ref<IStorage> storage;
     ASSERT_EQ(Create(storage), S_OK);
     SPropValue subject = Text(PR_SUBJECT_W, L"Changed");
     BYTE bytes[1] = {7};
     ExpectFailures({
         {L"MAPI32::MAPIInitialize", [](bool&) { return MAPIInitialize(nullptr); }},
-        {L"MAPI32::MAPIAllocateBuffer",
-         [](bool& left) {
-             void* block = Junk<void>();
-             const HRESULT status = MAPIAllocateBuffer(8, &block);
-             left = block != nullptr;
-             return status;
-         }},
-        {L"MAPI32::MAPIAllocateMore",
-         [](bool& left) {
-             void* block = Junk<void>();
-             const HRESULT status = MAPIAllocateMore(8, nullptr, &block);
-             left = block != nullptr;
-             return status;
-         }},
-        {L"MAPI32::HrGetOneProp",
-         [&](bool& left) {
-             SPropValue* value = Junk<SPropValue>();
-             const HRESULT status = HrGetOneProp(message.Get(), PR_SUBJECT_W, &value);
-             left = value != nullptr;
-             return status;
-         }},
-        {L"MAPI32::HrSetOneProp", [&](bool&) { return HrSetOneProp(message.Get(), &subject); }},
-        {L"MAPI32::HrQueryAllRows",
-         [&](bool& left) {
-             SRowSet* rows = Junk<SRowSet>();
-             const HRESULT status = HrQueryAllRows(table.Get(), nullptr, nullptr, nullptr, 0, &rows);
-             left = rows != nullptr;
-             return status;
-         }},
+        HandsOut<void>(L"MAPI32::MAPIAllocateBuffer", [](void** out) { return MAPIAllocateBuffer(8, out); }),
+        HandsOut<void>(L"MAPI32::MAPIAllocateMore",
+                       [](void** out) { return MAPIAllocateMore(8, nullptr, out); }),
+        HandsOut<SPropValue>(L"MAPI32::HrGetOneProp",
+                             [&](auto** out) { return HrGetOneProp(message, PR_SUBJECT_W, out); }),
+        {L"MAPI32::HrSetOneProp", [&](bool&) { return HrSetOneProp(message, &subject); }},
+        HandsOut<SRowSet>(
+            L"MAPI32::HrQueryAllRows",
+            [&](auto** out) { return HrQueryAllRows(table, nullptr, nullptr, nullptr, 0, out); }),
         {L"MAPI32::ScCreateConversationIndex",
          [](bool& left) {
              ULONG size = 5;
@@ -278,61 +266,42 @@ TEST_F(PlannedFailureTest, EveryFunctionThatCanFailFails) {
              left = FBinFromHex(const_cast<char*>("00"), bytes) || bytes[0] != 7;
              return MAPI_E_DISK_ERROR;
          }},
-        {L"MAPI32::OpenStreamOnFile",
-         [this](bool& left) {
-             IStream* stream = Junk<IStream>();
-             const HRESULT status = OpenStreamOnFile(MAPIAllocateBuffer, MAPIFreeBuffer, STGM_READ,
-                                                     Path("x").data(), nullptr, &stream);
-             left = stream != nullptr;
-             return status;
-         }},
-        {L"MAPI32::WrapCompressedRTFStream",
-         [](bool& left) {
-             IStream* stream = Junk<IStream>();
-             const HRESULT status = WrapCompressedRTFStream(nullptr, 0, &stream);
-             left = stream != nullptr;
-             return status;
-         }},
+        HandsOut<IStream>(L"MAPI32::OpenStreamOnFile",
+                          [this](auto** out) {
+                              return OpenStreamOnFile(MAPIAllocateBuffer, MAPIFreeBuffer, STGM_READ,
+                                                      Path("x").data(), nullptr, out);
+                          }),
+        HandsOut<IStream>(L"MAPI32::WrapCompressedRTFStream",
+                          [](auto** out) { return WrapCompressedRTFStream(nullptr, 0, out); }),
         {L"MAPI32::RTFSync",
          [&](bool& left) {
              BOOL updated = TRUE;
-             const HRESULT status = RTFSync(message.Get(), 1, &updated);
+             const HRESULT status = RTFSync(message, 1, &updated);
              left = updated;
              return status;
          }},
-        {L"MAPI32::OpenIMsgSession",
-         [](bool& left) {
-             LPMSGSESS session = Junk<std::remove_pointer_t<LPMSGSESS>>();
-             const HRESULT status = OpenIMsgSession(MAPIGetDefaultMalloc(), 0, &session);
-             left = session != nullptr;
-             return status;
-         }},
+        HandsOut<std::remove_pointer_t<LPMSGSESS>>(
+            L"MAPI32::OpenIMsgSession",
+            [](auto** out) { return OpenIMsgSession(MAPIGetDefaultMalloc(), 0, out); }),
         {L"MAPI32::OpenIMsgOnIStg",
          [&](bool& left) {
              Ref<IMessage> opened;
-             const HRESULT status = Open(storage.Get(), opened);
-             left = static_cast<bool>(opened);
+             const HRESULT status = Open(storage, opened);
+             left = opened;
              return status;
          }},
     });
-    EXPECT_EQ(GetText(message.Get(), PR_SUBJECT_W), L"Hello");
+    EXPECT_EQ(GetText(message, PR_SUBJECT_W), L"Hello");
 }
 
 TEST_F(PlannedFailureTest, AFailedMethodHandsNothingOut) {
     const Ref<IMessage> message = NewMessage(L"Hello");
     const Ref<IMsgStore> store = OpenStore();
-    Ref<IMAPITable> table;
-    ASSERT_EQ(message->GetRecipientTable(0, &table), S_OK);
-    Ref<IStream> stream;
-    ASSERT_EQ(OpenStream(message.Get(), PR_SUBJECT_W, 0, stream), S_OK);
+    const Ref<IMAPITable> table = Table(message, &IMessage::GetRecipientTable);
+    const Ref<IStream> stream = OpenStream(message, PR_SUBJECT_W);
     ExpectFailures({
-        {L"IMessage::QueryInterface",
-         [&](bool& left) {
-             void* object = Junk<void>();
-             const HRESULT status = message->QueryInterface(mapi::kIidProp, &object);
-             left = object != nullptr;
-             return status;
-         }},
+        HandsOut<void>(L"IMessage::QueryInterface",
+                       [&](void** out) { return message->QueryInterface(mapi::kIidProp, out); }),
         {L"IMessage::GetProps",
          [&](bool& left) {
              ULONG count = 7;
@@ -341,20 +310,11 @@ TEST_F(PlannedFailureTest, AFailedMethodHandsNothingOut) {
              left = count != 0 || values;
              return status;
          }},
-        {L"IMessage::OpenProperty",
-         [&](bool& left) {
-             IUnknown* object = Junk<IUnknown>();
-             const HRESULT status = message->OpenProperty(PR_SUBJECT_W, &mapi::kIidStream, 0, 0, &object);
-             left = object != nullptr;
-             return status;
-         }},
-        {L"IMessage::GetIDsFromNames",
-         [&](bool& left) {
-             SPropTagArray* tags = Junk<SPropTagArray>();
-             const HRESULT status = message->GetIDsFromNames(0, nullptr, 0, &tags);
-             left = tags != nullptr;
-             return status;
-         }},
+        HandsOut<IUnknown>(
+            L"IMessage::OpenProperty",
+            [&](auto** out) { return message->OpenProperty(PR_SUBJECT_W, &mapi::kIidStream, 0, 0, out); }),
+        HandsOut<SPropTagArray>(L"IMessage::GetIDsFromNames",
+                                [&](auto** out) { return message->GetIDsFromNames(0, nullptr, 0, out); }),
         {L"IMsgStore::OpenEntry",
          [&](bool& left) {
              ULONG type = 7;
@@ -363,13 +323,7 @@ TEST_F(PlannedFailureTest, AFailedMethodHandsNothingOut) {
              left = type != 0 || object;
              return status;
          }},
-        {L"IMAPITable::QueryRows",
-         [&](bool& left) {
-             SRowSet* rows = Junk<SRowSet>();
-             const HRESULT status = table->QueryRows(1, 0, &rows);
-             left = rows != nullptr;
-             return status;
-         }},
+        HandsOut<SRowSet>(L"IMAPITable::QueryRows", [&](auto** out) { return table->QueryRows(1, 0, out); }),
         {L"IStream::Read",
          [&](bool& left) {
              ULONG read = 7;

@@ -8,29 +8,14 @@ using namespace standin;
 namespace mapi_tests {
 namespace {
 
-using Texts = std::vector<std::wstring>;
-
 class MessageTest : public MapiTest {
 protected:
     static Ref<IMAPITable> RecipientTable(IMessage* message) {
-        Ref<IMAPITable> table;
-        EXPECT_EQ(message->GetRecipientTable(MAPI_UNICODE, &table), S_OK);
-        return table;
+        return Table(message, &IMessage::GetRecipientTable);
     }
-    static Texts Recipients(IMessage* message) {
-        return Column(RecipientTable(message).Get(), PR_DISPLAY_NAME_W);
-    }
-    static Ref<IMAPITable> AttachmentTable(IMessage* message) {
-        Ref<IMAPITable> table;
-        EXPECT_EQ(message->GetAttachmentTable(MAPI_UNICODE, &table), S_OK);
-        return table;
-    }
-    static Ref<IAttach> NewAttach(IMessage* message, const wchar_t* name) {
-        ULONG number = 0;
-        Ref<IAttach> attach;
-        EXPECT_EQ(message->CreateAttach(nullptr, 0, &number, &attach), S_OK);
-        Set(attach.Get(), Text(PR_ATTACH_LONG_FILENAME_W, name));
-        return attach;
+    static Texts Recipients(IMessage* message) { return Column(RecipientTable(message), PR_DISPLAY_NAME_W); }
+    static Texts Attachments(IMessage* message) {
+        return Column(Table(message, &IMessage::GetAttachmentTable), PR_ATTACH_LONG_FILENAME_W);
     }
     void AddRecipient(IMessage* message, const wchar_t* name, LONG type = MAPI_TO) {
         AddressList list{{Text(PR_DISPLAY_NAME_W, name), Long(PR_RECIPIENT_TYPE, type)}};
@@ -45,38 +30,34 @@ TEST_F(MessageTest, RecipientsAreAddedReplacedAndRemoved) {
                       {Text(PR_DISPLAY_NAME_W, L"Bob"), Long(PR_RECIPIENT_TYPE, MAPI_CC)},
                       {Text(PR_DISPLAY_NAME_W, L"Cid"), Long(PR_RECIPIENT_TYPE, MAPI_TO)}};
     ASSERT_EQ(message->ModifyRecipients(MODRECIP_ADD, three), S_OK);
-    EXPECT_EQ(Recipients(message.Get()), (Texts{L"Ann", L"Bob", L"Cid"}));
-    EXPECT_EQ(GetText(message.Get(), PR_DISPLAY_TO_W), L"") << "before they are saved";
+    EXPECT_EQ(Recipients(message), (Texts{L"Ann", L"Bob", L"Cid"}));
+    EXPECT_EQ(GetText(message, PR_DISPLAY_TO_W), L"") << "before they are saved";
     ASSERT_EQ(message->SaveChanges(KEEP_OPEN_READWRITE), S_OK);
-    EXPECT_EQ(GetText(message.Get(), PR_DISPLAY_TO_W), L"Ann; Cid");
-    EXPECT_EQ(GetText(message.Get(), PR_DISPLAY_CC_W), L"Bob");
+    EXPECT_EQ(GetText(message, PR_DISPLAY_TO_W), L"Ann; Cid");
+    EXPECT_EQ(GetText(message, PR_DISPLAY_CC_W), L"Bob");
 
-    const Ref<IMAPITable> table = RecipientTable(message.Get());
-    ASSERT_EQ(table->SetColumns(Tags{PR_ROWID}, 0), S_OK);
-    Rows rows;
-    ASSERT_EQ(table->QueryRows(10, 0, &rows), S_OK);
-    const LONG bob = rows.At(1, 0).Value.l;
+    const Ref<IMAPITable> table = RecipientTable(message);
+    const LONG bob = Rows(table, {PR_ROWID}).At(1, 0).Value.l;
     AddressList changed{
         {Text(PR_DISPLAY_NAME_W, L"Bobby"), Long(PR_ROWID, bob), Long(PR_RECIPIENT_TYPE, MAPI_BCC)}};
     ASSERT_EQ(message->ModifyRecipients(MODRECIP_MODIFY, changed), S_OK);
-    EXPECT_EQ(Recipients(message.Get()), (Texts{L"Ann", L"Bobby", L"Cid"}));
-    EXPECT_EQ(GetText(message.Get(), PR_DISPLAY_CC_W), L"Bob") << "until they are saved";
+    EXPECT_EQ(Recipients(message), (Texts{L"Ann", L"Bobby", L"Cid"}));
+    EXPECT_EQ(GetText(message, PR_DISPLAY_CC_W), L"Bob") << "until they are saved";
     ASSERT_EQ(message->SaveChanges(KEEP_OPEN_READWRITE), S_OK);
-    EXPECT_EQ(GetText(message.Get(), PR_DISPLAY_CC_W), L"");
+    EXPECT_EQ(GetText(message, PR_DISPLAY_CC_W), L"");
     table->SeekRow(BOOKMARK_BEGINNING, 0, nullptr);
-    EXPECT_EQ(Column(table.Get(), PR_DISPLAY_NAME_W), (Texts{L"Ann", L"Bobby", L"Cid"}))
-        << "in an open table too";
+    EXPECT_EQ(Column(table, PR_DISPLAY_NAME_W), (Texts{L"Ann", L"Bobby", L"Cid"})) << "in an open table too";
     ASSERT_EQ(message->ModifyRecipients(MODRECIP_REMOVE, changed), S_OK);
     EXPECT_EQ(message->ModifyRecipients(MODRECIP_REMOVE, changed), MAPI_E_NOT_FOUND);
-    EXPECT_EQ(Recipients(message.Get()), (Texts{L"Ann", L"Cid"}));
+    EXPECT_EQ(Recipients(message), (Texts{L"Ann", L"Cid"}));
     AddressList other{{Text(PR_DISPLAY_NAME_W, L"Dora"), Long(PR_RECIPIENT_TYPE, MAPI_TO)}};
     ASSERT_EQ(message->ModifyRecipients(0, other), S_OK);
-    EXPECT_EQ(Recipients(message.Get()), Texts{L"Dora"});
+    EXPECT_EQ(Recipients(message), Texts{L"Dora"});
 }
 
 TEST_F(MessageTest, RecipientListsThatCantBeChangeNothing) {
     const Ref<IMessage> message = NewMessage();
-    AddRecipient(message.Get(), L"Warehouse");
+    AddRecipient(message, L"Warehouse");
     AddressList noRow{{Text(PR_DISPLAY_NAME_W, L"x"), Long(PR_RECIPIENT_TYPE, MAPI_TO)}};
     AddressList noType{{Text(PR_DISPLAY_NAME_W, L"x")}};
     AddressList noName{{Long(PR_RECIPIENT_TYPE, MAPI_TO)}};
@@ -92,7 +73,7 @@ TEST_F(MessageTest, RecipientListsThatCantBeChangeNothing) {
     }
     EXPECT_EQ(message->ModifyRecipients(MODRECIP_ADD, object), MAPI_E_INVALID_TYPE);
     EXPECT_EQ(message->ModifyRecipients(MODRECIP_ADD | MODRECIP_REMOVE, noRow), MAPI_E_UNKNOWN_FLAGS);
-    EXPECT_EQ(Recipients(message.Get()), Texts{L"Warehouse"});
+    EXPECT_EQ(Recipients(message), Texts{L"Warehouse"});
 }
 
 TEST_F(MessageTest, RowsOfTheTableGoBackAsAnAddressList) {
@@ -101,7 +82,7 @@ TEST_F(MessageTest, RowsOfTheTableGoBackAsAnAddressList) {
                       {Text(PR_DISPLAY_NAME_W, L"new@example.org"), Long(PR_RECIPIENT_TYPE, MAPI_TO),
                        Long(PROP_TAG(PT_LONG, 0x6700), 5)}};
     ASSERT_EQ(message->ModifyRecipients(MODRECIP_ADD, names), S_OK);
-    const Ref<IMAPITable> table = RecipientTable(message.Get());
+    const Ref<IMAPITable> table = RecipientTable(message);
     Block<SPropTagArray> columns;
     ASSERT_EQ(table->QueryColumns(TBL_ALL_COLUMNS, &columns), S_OK);
     ASSERT_EQ(table->SetColumns(columns.Get(), 0), S_OK);
@@ -113,53 +94,46 @@ TEST_F(MessageTest, RowsOfTheTableGoBackAsAnAddressList) {
     EXPECT_EQ(message->ModifyRecipients(MODRECIP_MODIFY, list), S_OK);
     FreePadrlist(list);
 
-    EXPECT_EQ(Recipients(message.Get()), (Texts{L"Service North", L"new@example.org"}));
-    const Ref<IMAPITable> after = RecipientTable(message.Get());
-    EXPECT_EQ(Column(after.Get(), PR_ADDRTYPE_W), (Texts{L"EX", L"SMTP"}));
-    after->SeekRow(BOOKMARK_BEGINNING, 0, nullptr);
-    EXPECT_EQ(Column(after.Get(), mailbox::kPrSmtpAddress), (Texts{L"service.north@example.com", L"-"}))
+    EXPECT_EQ(Recipients(message), (Texts{L"Service North", L"new@example.org"}));
+    EXPECT_EQ(Column(RecipientTable(message), PR_ADDRTYPE_W), (Texts{L"EX", L"SMTP"}));
+    EXPECT_EQ(Column(RecipientTable(message), mailbox::kPrSmtpAddress),
+              (Texts{L"service.north@example.com", L"-"}))
         << "one-offs are in no directory";
-    after->SeekRow(BOOKMARK_BEGINNING, 0, nullptr);
-    EXPECT_EQ(Column(after.Get(), PR_EMAIL_ADDRESS_W).back(), L"new@example.org");
+    EXPECT_EQ(Column(RecipientTable(message), PR_EMAIL_ADDRESS_W).back(), L"new@example.org");
     ASSERT_EQ(message->SaveChanges(KEEP_OPEN_READWRITE), S_OK);
-    EXPECT_EQ(GetText(message.Get(), PR_DISPLAY_CC_W), L"Service North");
+    EXPECT_EQ(GetText(message, PR_DISPLAY_CC_W), L"Service North");
 }
 
 TEST_F(MessageTest, AttachmentsShowOnceTheyAreSaved) {
     const Ref<IMessage> message = NewMessage(L"Hello");
-    Ref<IAttach> attach = NewAttach(message.Get(), L"a.txt");
-    ASSERT_EQ(Set(attach.Get(), Binary(PR_ATTACH_DATA_BIN, BytesOf("data"))), S_OK);
-    ASSERT_EQ(Set(attach.Get(), Long(PR_ATTACH_METHOD, ATTACH_BY_VALUE)), S_OK);
-    EXPECT_EQ(RowCount(AttachmentTable(message.Get()).Get()), 0u);
+    Ref<IAttach> attach = NewAttach(message, L"a.txt");
+    ASSERT_EQ(Set(attach, Binary(PR_ATTACH_DATA_BIN, BytesOf("data"))), S_OK);
+    ASSERT_EQ(Set(attach, Long(PR_ATTACH_METHOD, ATTACH_BY_VALUE)), S_OK);
+    EXPECT_EQ(Attachments(message), Texts());
     ASSERT_EQ(attach->SaveChanges(KEEP_OPEN_READWRITE), S_OK);
-    EXPECT_EQ(Column(AttachmentTable(message.Get()).Get(), PR_ATTACH_LONG_FILENAME_W), Texts{L"a.txt"});
-    EXPECT_EQ(RowCount(AttachmentTable(Reopen(message.Get()).Get()).Get()), 0u)
-        << "not before the message is saved";
-    ASSERT_EQ(NewAttach(message.Get(), L"b.txt")->SaveChanges(0), S_OK);
+    EXPECT_EQ(Attachments(message), Texts{L"a.txt"});
+    EXPECT_EQ(Attachments(Reopen(message)), Texts()) << "not before the message is saved";
+    ASSERT_EQ(NewAttach(message, L"b.txt")->SaveChanges(0), S_OK);
     ASSERT_EQ(message->SaveChanges(KEEP_OPEN_READWRITE), S_OK);
 
-    const Ref<IMessage> reopened = Reopen(message.Get());
-    const Ref<IMAPITable> table = AttachmentTable(reopened.Get());
-    EXPECT_EQ(Column(table.Get(), PR_ATTACH_LONG_FILENAME_W), (Texts{L"a.txt", L"b.txt"}));
-    ASSERT_EQ(table->SetColumns(Tags{PR_ATTACH_NUM, PR_ENTRYID, PR_ATTACH_DATA_BIN, PR_ATTACH_SIZE}, 0),
-              S_OK);
-    table->SeekRow(BOOKMARK_BEGINNING, 0, nullptr);
-    Rows rows;
-    ASSERT_EQ(table->QueryRows(2, 0, &rows), S_OK);
+    const Ref<IMessage> reopened = Reopen(message);
+    EXPECT_EQ(Attachments(reopened), (Texts{L"a.txt", L"b.txt"}));
+    const Rows rows(Table(reopened, &IMessage::GetAttachmentTable),
+                    {PR_ATTACH_NUM, PR_ENTRYID, PR_ATTACH_DATA_BIN, PR_ATTACH_SIZE});
     EXPECT_EQ(rows.At(1, 0).Value.l, 1);
     EXPECT_EQ(PROP_TYPE(rows.At(0, 1).ulPropTag), PT_ERROR);
     EXPECT_EQ(PROP_TYPE(rows.At(0, 2).ulPropTag), PT_ERROR) << "tables don't carry data";
     ASSERT_EQ(reopened->OpenAttach(0, nullptr, MAPI_BEST_ACCESS, &attach), S_OK);
-    EXPECT_EQ(GetLong(attach.Get(), PR_ATTACH_SIZE), rows.At(0, 3).Value.l);
-    EXPECT_EQ(GetBinary(attach.Get(), PR_ATTACH_DATA_BIN), BytesOf("data"));
+    EXPECT_EQ(GetLong(attach, PR_ATTACH_SIZE), rows.At(0, 3).Value.l);
+    EXPECT_EQ(GetBinary(attach, PR_ATTACH_DATA_BIN), BytesOf("data"));
 }
 
 TEST_F(MessageTest, OpeningAndDeletingAttachmentsTellWhyNot) {
     const Ref<IMessage> message = NewMessage(L"Hello");
-    ASSERT_EQ(NewAttach(message.Get(), L"a")->SaveChanges(0), S_OK);
-    ASSERT_EQ(NewAttach(message.Get(), L"b")->SaveChanges(0), S_OK);
+    ASSERT_EQ(NewAttach(message, L"a")->SaveChanges(0), S_OK);
+    ASSERT_EQ(NewAttach(message, L"b")->SaveChanges(0), S_OK);
     ASSERT_EQ(message->SaveChanges(KEEP_OPEN_READWRITE), S_OK);
-    const Ref<IMessage> readOnly = Reopen(message.Get());
+    const Ref<IMessage> readOnly = Reopen(message);
     const struct {
         IMessage* message;
         ULONG number;
@@ -167,21 +141,20 @@ TEST_F(MessageTest, OpeningAndDeletingAttachmentsTellWhyNot) {
         ULONG flags;
         HRESULT status;
     } cases[] = {
-        {message.Get(), 1, &mapi::kIidAttach, MAPI_MODIFY, S_OK},
-        {message.Get(), 2, nullptr, 0, MAPI_E_NOT_FOUND},
-        {message.Get(), static_cast<ULONG>(-1), nullptr, 0, MAPI_E_NOT_FOUND},
-        {message.Get(), 0, &mapi::kIidMessage, 0, MAPI_E_INTERFACE_NOT_SUPPORTED},
-        {message.Get(), 0, nullptr, 0x100, MAPI_E_UNKNOWN_FLAGS},
-        {readOnly.Get(), 0, nullptr, MAPI_MODIFY, E_ACCESSDENIED},
-        {readOnly.Get(), 0, nullptr, MAPI_BEST_ACCESS, S_OK},
+        {message, 1, &mapi::kIidAttach, MAPI_MODIFY, S_OK},
+        {message, 2, nullptr, 0, MAPI_E_NOT_FOUND},
+        {message, static_cast<ULONG>(-1), nullptr, 0, MAPI_E_NOT_FOUND},
+        {message, 0, &mapi::kIidMessage, 0, MAPI_E_INTERFACE_NOT_SUPPORTED},
+        {message, 0, nullptr, 0x100, MAPI_E_UNKNOWN_FLAGS},
+        {readOnly, 0, nullptr, MAPI_MODIFY, E_ACCESSDENIED},
+        {readOnly, 0, nullptr, MAPI_BEST_ACCESS, S_OK},
     };
-    for (std::size_t i = 0; i < std::size(cases); ++i) {
+    for (const auto& row : cases) {
+        SCOPED_TRACE(&row - cases);
         Ref<IAttach> attach;
-        const auto& row = cases[i];
-        EXPECT_EQ(row.message->OpenAttach(row.number, row.iid, row.flags, &attach), row.status)
-            << "row " << i;
-        if (attach && row.message == readOnly.Get()) {
-            EXPECT_EQ(Set(attach.Get(), Text(PR_ATTACH_LONG_FILENAME_W, L"c")), E_ACCESSDENIED);
+        EXPECT_EQ(row.message->OpenAttach(row.number, row.iid, row.flags, &attach), row.status);
+        if (attach && row.message == readOnly) {
+            EXPECT_EQ(Set(attach, Text(PR_ATTACH_LONG_FILENAME_W, L"c")), E_ACCESSDENIED);
         }
     }
     EXPECT_EQ(message->DeleteAttach(5, 0, nullptr, 0), MAPI_E_NOT_FOUND);
@@ -189,153 +162,144 @@ TEST_F(MessageTest, OpeningAndDeletingAttachmentsTellWhyNot) {
     Ref<IAttach> attach;
     EXPECT_EQ(message->OpenAttach(0, nullptr, 0, &attach), MAPI_E_NOT_FOUND);
     ASSERT_EQ(message->OpenAttach(1, nullptr, 0, &attach), S_OK) << "the others keep their numbers";
-    EXPECT_EQ(GetText(attach.Get(), PR_ATTACH_LONG_FILENAME_W), L"b");
+    EXPECT_EQ(GetText(attach, PR_ATTACH_LONG_FILENAME_W), L"b");
     ASSERT_EQ(message->OpenAttach(1, nullptr, MAPI_MODIFY, &attach), S_OK);
     ASSERT_EQ(message->DeleteAttach(1, 0, nullptr, 0), S_OK);
     EXPECT_EQ(attach->SaveChanges(KEEP_OPEN_READWRITE), MAPI_E_OBJECT_DELETED) << "it doesn't come back";
-    EXPECT_EQ(RowCount(AttachmentTable(message.Get()).Get()), 0u);
+    EXPECT_EQ(Attachments(message), Texts());
 }
 
 TEST_F(MessageTest, AMessageIsEmbeddedInThreeSaves) {
     const Ref<IMessage> message = NewMessage(L"Outer");
-    Ref<IAttach> attach = NewAttach(message.Get(), L"mail");
+    Ref<IAttach> attach = NewAttach(message, L"mail");
     Ref<IMessage> inner;
     const auto open = [&](ULONG flags) {
         return attach->OpenProperty(PR_ATTACH_DATA_OBJ, &mapi::kIidMessage, 0, flags, inner.Unknown());
     };
     EXPECT_EQ(open(MAPI_CREATE | MAPI_MODIFY), MAPI_E_INTERFACE_NOT_SUPPORTED) << "by its method";
-    ASSERT_EQ(Set(attach.Get(), Long(PR_ATTACH_METHOD, ATTACH_EMBEDDED_MSG)), S_OK);
+    ASSERT_EQ(Set(attach, Long(PR_ATTACH_METHOD, ATTACH_EMBEDDED_MSG)), S_OK);
     EXPECT_EQ(open(0), MAPI_E_NOT_FOUND);
     ASSERT_EQ(open(MAPI_CREATE | MAPI_MODIFY), S_OK);
     const Ref<IMessage> source = NewMessage(L"Inner");
-    AddRecipient(source.Get(), L"Warehouse");
-    ASSERT_EQ(
-        source->CopyTo(0, nullptr, Tags{PR_ENTRYID}, 0, nullptr, &mapi::kIidMessage, inner.Get(), 0, nullptr),
-        S_OK);
+    AddRecipient(source, L"Warehouse");
+    ASSERT_EQ(source->CopyTo(0, nullptr, Tags{PR_ENTRYID}, 0, nullptr, &mapi::kIidMessage, inner, 0, nullptr),
+              S_OK);
     ASSERT_EQ(inner->SaveChanges(FORCE_SAVE), S_OK);
     ASSERT_EQ(attach->SaveChanges(FORCE_SAVE), S_OK);
     ASSERT_EQ(message->SaveChanges(KEEP_OPEN_READWRITE), S_OK);
 
-    const Ref<IMessage> reopened = Reopen(message.Get());
+    const Ref<IMessage> reopened = Reopen(message);
     ASSERT_EQ(reopened->OpenAttach(0, nullptr, 0, &attach), S_OK);
     EXPECT_EQ(open(MAPI_MODIFY), E_ACCESSDENIED);
     ASSERT_EQ(open(0), S_OK);
-    EXPECT_EQ(GetText(inner.Get(), PR_SUBJECT_W), L"Inner");
-    EXPECT_EQ(Recipients(inner.Get()), Texts{L"Warehouse"});
-    EXPECT_EQ(Set(inner.Get(), Text(PR_SUBJECT_W, L"x")), E_ACCESSDENIED);
+    EXPECT_EQ(GetText(inner, PR_SUBJECT_W), L"Inner");
+    EXPECT_EQ(Recipients(inner), Texts{L"Warehouse"});
+    EXPECT_EQ(Set(inner, Text(PR_SUBJECT_W, L"x")), E_ACCESSDENIED);
     EXPECT_EQ(inner->SubmitMessage(0), E_ACCESSDENIED);
     Ref<IUnknown> other;
     EXPECT_EQ(attach->OpenProperty(PR_ATTACH_DATA_OBJ, &mapi::kIidStorage, 0, 0, &other),
               MAPI_E_INTERFACE_NOT_SUPPORTED);
 
     const Ref<IMessage> second = NewMessage(L"Second");
-    const Ref<IAttach> copy = NewAttach(second.Get(), L"copy");
-    ASSERT_EQ(attach->CopyTo(0, nullptr, nullptr, 0, nullptr, &mapi::kIidAttach, copy.Get(), 0, nullptr),
-              S_OK);
+    const Ref<IAttach> copy = NewAttach(second, L"copy");
+    ASSERT_EQ(attach->CopyTo(0, nullptr, nullptr, 0, nullptr, &mapi::kIidAttach, copy, 0, nullptr), S_OK);
     ASSERT_EQ(copy->OpenProperty(PR_ATTACH_DATA_OBJ, &mapi::kIidMessage, 0, 0, inner.Unknown()), S_OK);
-    EXPECT_EQ(GetText(inner.Get(), PR_SUBJECT_W), L"Inner");
+    EXPECT_EQ(GetText(inner, PR_SUBJECT_W), L"Inner");
 }
 
 TEST_F(MessageTest, AnOleObjectIsAStorageAndAFile) {
     const Ref<IMessage> message = NewMessage(L"Hello");
-    Ref<IAttach> attach = NewAttach(message.Get(), L"ole");
+    Ref<IAttach> attach = NewAttach(message, L"ole");
     Ref<IStorage> storage;
     const auto open = [&](ULONG flags) {
         return attach->OpenProperty(PR_ATTACH_DATA_OBJ, &mapi::kIidStorage, 0, flags, storage.Unknown());
     };
     EXPECT_EQ(open(MAPI_CREATE | MAPI_MODIFY), MAPI_E_INTERFACE_NOT_SUPPORTED) << "by its method";
-    ASSERT_EQ(Set(attach.Get(), Long(PR_ATTACH_METHOD, ATTACH_OLE)), S_OK);
+    ASSERT_EQ(Set(attach, Long(PR_ATTACH_METHOD, ATTACH_OLE)), S_OK);
     EXPECT_EQ(open(0), MAPI_E_NOT_FOUND);
     ASSERT_EQ(open(MAPI_CREATE | MAPI_MODIFY), S_OK);
     constexpr DWORD kExclusive = STGM_READWRITE | STGM_SHARE_EXCLUSIVE;
     Ref<IStream> stream;
     ASSERT_EQ(storage->CreateStream(L"CONTENTS", STGM_CREATE | kExclusive, 0, 0, &stream), S_OK);
-    WriteAll(stream.Get(), BytesOf("drawing"));
+    WriteAll(stream, BytesOf("drawing"));
     stream.Clear();
     ASSERT_EQ(storage->Commit(STGC_DEFAULT), S_OK);
     storage.Clear();
     ASSERT_EQ(attach->SaveChanges(KEEP_OPEN_READWRITE), S_OK);
     ASSERT_EQ(message->SaveChanges(KEEP_OPEN_READWRITE), S_OK);
 
-    ASSERT_EQ(Reopen(message.Get())->OpenAttach(0, nullptr, 0, &attach), S_OK);
+    ASSERT_EQ(Reopen(message)->OpenAttach(0, nullptr, 0, &attach), S_OK);
     ASSERT_EQ(open(0), S_OK);
     ASSERT_EQ(storage->OpenStream(L"CONTENTS", nullptr, STGM_READ | STGM_SHARE_EXCLUSIVE, 0, &stream), S_OK);
-    EXPECT_EQ(ReadAll(stream.Get()), BytesOf("drawing"));
+    EXPECT_EQ(ReadAll(stream), BytesOf("drawing"));
     stream.Clear();
     EXPECT_EQ(storage->CreateStream(L"MORE", STGM_CREATE | kExclusive, 0, 0, &stream), STG_E_ACCESSDENIED);
     EXPECT_EQ(storage->OpenStream(L"CONTENTS", nullptr, kExclusive, 0, &stream), STG_E_ACCESSDENIED);
     EXPECT_EQ(storage->DestroyElement(L"CONTENTS"), STG_E_ACCESSDENIED);
     for (const ULONG tag : {PR_ATTACH_DATA_OBJ, PR_ATTACH_DATA_BIN}) {
         ASSERT_EQ(attach->OpenProperty(tag, &mapi::kIidStreamDocfile, 0, 0, stream.Unknown()), S_OK);
-        const Bytes file = ReadAll(stream.Get());
+        const Bytes file = ReadAll(stream);
         ASSERT_GT(file.size(), 512u);
         EXPECT_EQ(file[0], 0xD0) << "the bytes of a compound file";
     }
-    EXPECT_EQ(OpenStream(attach.Get(), PR_ATTACH_DATA_BIN, 0, stream), MAPI_E_NOT_FOUND);
+    EXPECT_EQ(OpenStream(attach, PR_ATTACH_DATA_BIN, 0, stream), MAPI_E_NOT_FOUND);
 }
 
 TEST_F(MessageTest, TheReadMarkTakesEffectAtOnce) {
     const Ref<IMessage> message = NewMessage(L"Hello");
-    const Ref<IMessage> readOnly = Reopen(message.Get());
-    const auto isRead = [&] {
-        return (GetLong(Reopen(message.Get()).Get(), PR_MESSAGE_FLAGS) & MSGFLAG_READ) != 0;
-    };
+    const Ref<IMessage> readOnly = Reopen(message);
+    const auto isRead = [&] { return (GetLong(Reopen(message), PR_MESSAGE_FLAGS) & MSGFLAG_READ) != 0; };
     ASSERT_EQ(readOnly->SetReadFlag(CLEAR_READ_FLAG), S_OK);
     EXPECT_FALSE(isRead());
-    EXPECT_EQ(GetLong(readOnly.Get(), PR_MESSAGE_FLAGS) & MSGFLAG_READ, 0);
+    EXPECT_EQ(GetLong(readOnly, PR_MESSAGE_FLAGS) & MSGFLAG_READ, 0);
     ASSERT_EQ(message->SetReadFlag(0), S_OK);
     EXPECT_TRUE(isRead());
     for (const ULONG receipts : {SUPPRESS_RECEIPT, GENERATE_RECEIPT_ONLY})
         EXPECT_EQ(message->SetReadFlag(receipts | CLEAR_READ_FLAG), MAPI_E_INVALID_PARAMETER);
     EXPECT_EQ(message->SetReadFlag(0x8000), MAPI_E_UNKNOWN_FLAGS);
-    ASSERT_EQ(Set(message.Get(), Text(PR_SUBJECT_W, L"Changed")), S_OK);
+    ASSERT_EQ(Set(message, Text(PR_SUBJECT_W, L"Changed")), S_OK);
     ASSERT_EQ(message->SetReadFlag(CLEAR_READ_FLAG), S_OK);
-    EXPECT_EQ(GetText(message.Get(), PR_SUBJECT_W), L"Changed") << "what isn't saved yet stays";
+    EXPECT_EQ(GetText(message, PR_SUBJECT_W), L"Changed") << "what isn't saved yet stays";
     EXPECT_EQ(message->SaveChanges(KEEP_OPEN_READWRITE), S_OK);
     EXPECT_FALSE(isRead());
 }
 
 TEST_F(MessageTest, ASubmittedMessageArrivesAndIsGone) {
-    Ref<IMessage> message;
-    ASSERT_EQ(OpenFolder(L"Outbox")->CreateMessage(nullptr, 0, &message), S_OK);
-    ASSERT_EQ(Set(message.Get(), Text(PR_SUBJECT_W, L"To myself")), S_OK);
+    const Ref<IMessage> message = NewMessageIn(L"Outbox");
+    ASSERT_EQ(Set(message, Text(PR_SUBJECT_W, L"To myself")), S_OK);
     EXPECT_EQ(message->SubmitMessage(0), MAPI_E_NO_RECIPIENTS);
-    AddRecipient(message.Get(), L"Front Desk");
-    ASSERT_EQ(Set(message.Get(), Binary(PR_SENTMAIL_ENTRYID, Folder(L"Sent Items").EntryId())), S_OK);
+    AddRecipient(message, L"Front Desk");
+    ASSERT_EQ(Set(message, Binary(PR_SENTMAIL_ENTRYID, Folder(L"Sent Items").EntryId())), S_OK);
     EXPECT_EQ(message->SubmitMessage(0x10), MAPI_E_UNKNOWN_FLAGS);
     ASSERT_EQ(message->SubmitMessage(0), S_OK);
     EXPECT_EQ(message->SubmitMessage(0), MAPI_E_SUBMITTED);
-    EXPECT_EQ(Set(message.Get(), Text(PR_SUBJECT_W, L"x")), MAPI_E_SUBMITTED);
+    EXPECT_EQ(Set(message, Text(PR_SUBJECT_W, L"x")), MAPI_E_SUBMITTED);
     EXPECT_EQ(Folder(L"Outbox").Messages().size(), 0u);
     EXPECT_EQ(Folder(L"Sent Items").Messages().size(), 1u);
     ASSERT_EQ(Folder(L"Inbox").Messages().size(), 1u);
     EXPECT_EQ(*Folder(L"Inbox").Messages()[0]->Get<PR_SUBJECT_W>(), L"To myself");
 
     const Ref<IMessage> elsewhere = NewMessage(L"In the Inbox");
-    AddRecipient(elsewhere.Get(), L"Front Desk");
+    AddRecipient(elsewhere, L"Front Desk");
     EXPECT_EQ(elsewhere->SubmitMessage(0), MAPI_E_NO_SUPPORT);
 }
 
 TEST_F(MessageTest, WhatWaitsInTheOutboxIsLockedForEveryone) {
-    Ref<IMessage> message;
-    ASSERT_EQ(OpenFolder(L"Outbox")->CreateMessage(nullptr, 0, &message), S_OK);
-    AddRecipient(message.Get(), L"Back Office");
+    const Ref<IMessage> message = NewMessageIn(L"Outbox");
+    AddRecipient(message, L"Back Office");
     ASSERT_EQ(message->SubmitMessage(0), S_OK);
     ASSERT_EQ(Folder(L"Outbox").Messages().size(), 1u);
     Bytes id = Folder(L"Outbox").Messages()[0]->EntryId();
     Ref<IMessage> anew;
-    ULONG type = 0;
-    ASSERT_EQ(Session()->OpenEntry(static_cast<ULONG>(id.size()), reinterpret_cast<ENTRYID*>(id.data()),
-                                   nullptr, MAPI_BEST_ACCESS, &type, anew.Unknown()),
-              S_OK);
-    EXPECT_EQ(Set(anew.Get(), Text(PR_SUBJECT_W, L"x")), MAPI_E_SUBMITTED);
+    ASSERT_EQ(OpenEntry(Session(), id, MAPI_BEST_ACCESS, anew), S_OK);
+    EXPECT_EQ(Set(anew, Text(PR_SUBJECT_W, L"x")), MAPI_E_SUBMITTED);
     EXPECT_EQ(anew->SaveChanges(KEEP_OPEN_READWRITE), MAPI_E_SUBMITTED);
     EXPECT_EQ(anew->SubmitMessage(0), MAPI_E_SUBMITTED);
-    SBinary entry{static_cast<ULONG>(id.size()), id.data()};
+    SBinary entry{Size(id), id.data()};
     ENTRYLIST list{1, &entry};
     const Ref<IMAPIFolder> outbox = OpenFolder(L"Outbox"), inbox = OpenFolder(L"Inbox");
     EXPECT_EQ(outbox->DeleteMessages(&list, 0, nullptr, 0), MAPI_W_PARTIAL_COMPLETION);
-    EXPECT_EQ(outbox->CopyMessages(&list, nullptr, inbox.Get(), 0, nullptr, MESSAGE_MOVE),
+    EXPECT_EQ(outbox->CopyMessages(&list, nullptr, inbox, 0, nullptr, MESSAGE_MOVE),
               MAPI_W_PARTIAL_COMPLETION);
     EXPECT_EQ(Folder(L"Outbox").Messages().size(), 1u);
 }
@@ -349,54 +313,50 @@ TEST_F(MessageTest, WhatWaitsForItsTimeCanBeTakenBack) {
     const Ref<IMAPIFolder> outbox = OpenFolder(L"Outbox");
     EXPECT_EQ(outbox->EmptyFolder(0, nullptr, 0), MAPI_W_PARTIAL_COMPLETION);
     ASSERT_EQ(Folder(L"Outbox").Messages(), std::vector{later.get()}) << "the others go all the same";
-    Bytes id = later->EntryId();
-    const auto size = static_cast<ULONG>(id.size());
-    auto* entryId = reinterpret_cast<ENTRYID*>(id.data());
+    const Bytes id = later->EntryId();
     Ref<IMessage> message;
-    ULONG type = 0;
-    ASSERT_EQ(Session()->OpenEntry(size, entryId, nullptr, MAPI_BEST_ACCESS, &type, message.Unknown()), S_OK);
-    EXPECT_EQ(Set(message.Get(), Text(PR_SUBJECT_W, L"x")), MAPI_E_SUBMITTED);
+    ASSERT_EQ(OpenEntry(Session(), id, MAPI_BEST_ACCESS, message), S_OK);
+    EXPECT_EQ(Set(message, Text(PR_SUBJECT_W, L"x")), MAPI_E_SUBMITTED);
     const Ref<IMsgStore> store(mapi::MakeStore(Store(), mailbox::Access::Modify));
-    EXPECT_EQ(store->AbortSubmit(size, entryId, 1), MAPI_E_UNKNOWN_FLAGS);
-    ASSERT_EQ(store->AbortSubmit(size, entryId, 0), S_OK);
-    EXPECT_EQ(store->AbortSubmit(size, entryId, 0), MAPI_E_NOT_IN_QUEUE);
-    ASSERT_EQ(Set(message.Get(), Text(PR_SUBJECT_W, L"x")), S_OK);
+    EXPECT_EQ(store->AbortSubmit(Size(id), Id(id), 1), MAPI_E_UNKNOWN_FLAGS);
+    ASSERT_EQ(store->AbortSubmit(Size(id), Id(id), 0), S_OK);
+    EXPECT_EQ(store->AbortSubmit(Size(id), Id(id), 0), MAPI_E_NOT_IN_QUEUE);
+    ASSERT_EQ(Set(message, Text(PR_SUBJECT_W, L"x")), S_OK);
     ASSERT_EQ(message->SaveChanges(KEEP_OPEN_READWRITE), S_OK);
-    EXPECT_EQ(GetLong(message.Get(), PR_MESSAGE_FLAGS) & MSGFLAG_SUBMIT, 0);
+    EXPECT_EQ(GetLong(message, PR_MESSAGE_FLAGS) & MSGFLAG_SUBMIT, 0);
     EXPECT_EQ(outbox->EmptyFolder(0, nullptr, 0), S_OK);
 }
 
 TEST_F(MessageTest, AMessageThatCantBeSavedIsNotSubmitted) {
-    Ref<IMessage> message;
-    ASSERT_EQ(OpenFolder(L"Outbox")->CreateMessage(nullptr, 0, &message), S_OK);
-    AddRecipient(message.Get(), L"Front Desk");
+    const Ref<IMessage> message = NewMessageIn(L"Outbox");
+    AddRecipient(message, L"Front Desk");
     ASSERT_EQ(message->SaveChanges(KEEP_OPEN_READWRITE), S_OK);
-    const Ref<IMessage> other = Reopen(message.Get(), MAPI_MODIFY);
-    ASSERT_EQ(Set(other.Get(), Text(PR_SUBJECT_W, L"Theirs")), S_OK);
+    const Ref<IMessage> other = Reopen(message, MAPI_MODIFY);
+    ASSERT_EQ(Set(other, Text(PR_SUBJECT_W, L"Theirs")), S_OK);
     ASSERT_EQ(other->SaveChanges(KEEP_OPEN_READWRITE), S_OK);
     for (int attempt = 0; attempt < 2; ++attempt)
         EXPECT_EQ(message->SubmitMessage(0), MAPI_E_OBJECT_CHANGED);
-    EXPECT_EQ(GetLong(message.Get(), PR_MESSAGE_FLAGS) & MSGFLAG_SUBMIT, 0);
+    EXPECT_EQ(GetLong(message, PR_MESSAGE_FLAGS) & MSGFLAG_SUBMIT, 0);
     EXPECT_EQ(Folder(L"Inbox").Messages().size(), 0u);
 }
 
 TEST_F(MessageTest, BothViewsOfAnOpenMessageAreOne) {
     const auto open = MakeMessage();
     const Ref<IMessage> one(mapi::MakeMessage(open)), two(mapi::MakeMessage(open));
-    ASSERT_EQ(Set(one.Get(), Text(PR_SUBJECT_W, L"Shared")), S_OK);
-    EXPECT_EQ(GetText(two.Get(), PR_SUBJECT_W), L"Shared");
+    ASSERT_EQ(Set(one, Text(PR_SUBJECT_W, L"Shared")), S_OK);
+    EXPECT_EQ(GetText(two, PR_SUBJECT_W), L"Shared");
     EXPECT_EQ(*open->Get<PR_SUBJECT_W>(), L"Shared");
     open->Write(PR_SUBJECT_W, std::wstring(L"Back"));
-    EXPECT_EQ(GetText(one.Get(), PR_SUBJECT_W), L"Back");
+    EXPECT_EQ(GetText(one, PR_SUBJECT_W), L"Back");
     ASSERT_EQ(one->SaveChanges(KEEP_OPEN_READONLY), S_OK);
-    EXPECT_EQ(Set(two.Get(), Text(PR_SUBJECT_W, L"x")), E_ACCESSDENIED);
+    EXPECT_EQ(Set(two, Text(PR_SUBJECT_W, L"x")), E_ACCESSDENIED);
     const auto again = MakeMessage();
     const Ref<IMessage> three(mapi::MakeMessage(again));
-    ASSERT_EQ(Set(three.Get(), Text(PR_SUBJECT_W, L"Ended")), S_OK);
+    ASSERT_EQ(Set(three, Text(PR_SUBJECT_W, L"Ended")), S_OK);
     ASSERT_EQ(three->SaveChanges(0), S_OK);
     const Ref<IMessage> four(mapi::MakeMessage(again));
-    EXPECT_EQ(ReadStatus(three.Get(), PR_SUBJECT_W), MAPI_E_INVALID_OBJECT);
-    EXPECT_EQ(ReadStatus(four.Get(), PR_SUBJECT_W), MAPI_E_INVALID_OBJECT) << "whichever object";
+    EXPECT_EQ(ReadStatus(three, PR_SUBJECT_W), MAPI_E_INVALID_OBJECT);
+    EXPECT_EQ(ReadStatus(four, PR_SUBJECT_W), MAPI_E_INVALID_OBJECT) << "whichever object";
     EXPECT_EQ(*again->Get<PR_SUBJECT_W>(), L"Ended") << "the clients' end, not the message's";
 }
 

@@ -56,8 +56,8 @@ TEST_F(NameTest, NamesGetIdsWithoutATypeWhereTheyAreCreated) {
 
 TEST_F(NameTest, IdsHaveTheirNames) {
     const Ref<IMessage> message = NewMessage();
-    const ULONG shade = TagOf(message.Get(), Name(kPublicStrings, L"Shade"), PT_UNICODE);
-    const ULONG number = TagOf(message.Get(), Name(kCommon, 0x8516), PT_SYSTIME);
+    const ULONG shade = TagOf(message, Name(kPublicStrings, L"Shade"), PT_UNICODE);
+    const ULONG number = TagOf(message, Name(kCommon, 0x8516), PT_SYSTIME);
     ULONG count = 0;
     Block<MAPINAMEID*> names;
     Tags asked{shade, number, PR_SUBJECT_W, PROP_TAG(PT_LONG, 0xFFF0)};
@@ -103,17 +103,14 @@ class CopyTest : public MapiTest {
 protected:
     Ref<IMessage> FullMessage() {
         Ref<IMessage> message = NewMessage(L"Hello");
-        m_named = TagOf(message.Get(), Name(kPublicStrings, L"Shade"), PT_UNICODE);
-        Set(message.Get(), Text(m_named, L"blue"));
-        Set(message.Get(), Text(PR_BODY_W, L"Text"));
+        m_named = TagOf(message, Name(kPublicStrings, L"Shade"), PT_UNICODE);
+        Set(message, Text(m_named, L"blue"));
+        Set(message, Text(PR_BODY_W, L"Text"));
         AddressList list{
             {Text(PR_DISPLAY_NAME_W, L"Ann"), Long(PR_RECIPIENT_TYPE, MAPI_TO), Text(m_named, L"row")}};
         EXPECT_EQ(message->ModifyRecipients(MODRECIP_ADD, list), S_OK);
-        ULONG number = 0;
-        Ref<IAttach> attach;
-        EXPECT_EQ(message->CreateAttach(nullptr, 0, &number, &attach), S_OK);
-        Set(attach.Get(), Text(PR_ATTACH_LONG_FILENAME_W, L"a.txt"));
-        Set(attach.Get(), Binary(PR_ATTACH_DATA_BIN, BytesOf("data")));
+        const Ref<IAttach> attach = NewAttach(message, L"a.txt");
+        Set(attach, Binary(PR_ATTACH_DATA_BIN, BytesOf("data")));
         EXPECT_EQ(attach->SaveChanges(0), S_OK);
         EXPECT_EQ(message->SaveChanges(KEEP_OPEN_READWRITE), S_OK);
         return message;
@@ -121,58 +118,59 @@ protected:
     /// A new message in another store, where the names have other ids.
     Ref<IMessage> MessageElsewhere() {
         const Ref<IMsgStore> archive = OpenStore(1);
-        TagOf(archive.Get(), Name(kPublicStrings, L"Something else"), 0);
+        TagOf(archive, Name(kPublicStrings, L"Something else"), 0);
         mailbox::Folder& inbox = *Store(1).IpmSubtree().FindSubfolder(L"Inbox");
         const Ref<IMAPIFolder> folder(mapi::MakeFolder(inbox.shared_from_this()));
         Ref<IMessage> message;
         EXPECT_EQ(folder->CreateMessage(nullptr, 0, &message), S_OK);
         return message;
     }
-    static HRESULT Copy(IMessage* from, IMessage* to, SPropTagArray* excluded = nullptr, ULONG flags = 0,
-                        std::vector<IID> interfaces = {}) {
-        Block<SPropProblemArray> problems;
-        const HRESULT status = from->CopyTo(static_cast<ULONG>(interfaces.size()), interfaces.data(),
-                                            excluded, 0, nullptr, &mapi::kIidMessage, to, flags, &problems);
-        EXPECT_FALSE(problems);
-        return status;
+    HRESULT Copy(IMessage* from, IMessage* to, SPropTagArray* excluded = nullptr, ULONG flags = 0,
+                 std::vector<IID> interfaces = {}) {
+        return from->CopyTo(static_cast<ULONG>(interfaces.size()), interfaces.data(), excluded, 0, nullptr,
+                            &mapi::kIidMessage, to, flags, &m_problems);
     }
-    static ULONG Count(IMessage* message, HRESULT (STDMETHODCALLTYPE IMessage::*open)(ULONG, IMAPITable**)) {
-        Ref<IMAPITable> table;
-        EXPECT_EQ((message->*open)(0, &table), S_OK);
-        return RowCount(table.Get());
+    HRESULT CopyProps(IMessage* from, IMessage* to, Tags tags) {
+        return from->CopyProps(tags, 0, nullptr, &mapi::kIidMessage, to, 0, &m_problems);
     }
-    static ULONG Recipients(IMessage* message) { return Count(message, &IMessage::GetRecipientTable); }
-    static ULONG Attachments(IMessage* message) { return Count(message, &IMessage::GetAttachmentTable); }
+    static ULONG Recipients(IMessage* message) {
+        return RowCount(Table(message, &IMessage::GetRecipientTable));
+    }
+    static ULONG Attachments(IMessage* message) {
+        return RowCount(Table(message, &IMessage::GetAttachmentTable));
+    }
 
     ULONG m_named = 0;
+    Block<SPropProblemArray> m_problems;
 };
 
+constexpr ULONG kMissing = PROP_TAG(PT_LONG, 0x6777);
+
 TEST_F(CopyTest, ACopyHasItAllWithNamesRemapped) {
-    const Ref<IMessage> from = FullMessage();
-    const Ref<IMessage> to = MessageElsewhere();
-    ASSERT_EQ(Copy(from.Get(), to.Get()), S_OK);
-    const ULONG named = TagOf(to.Get(), Name(kPublicStrings, L"Shade"), PT_UNICODE);
+    const Ref<IMessage> from = FullMessage(), to = MessageElsewhere();
+    ASSERT_EQ(Copy(from, to), S_OK);
+    const ULONG named = TagOf(to, Name(kPublicStrings, L"Shade"), PT_UNICODE);
     EXPECT_NE(named, m_named);
-    EXPECT_EQ(GetText(to.Get(), named), L"blue");
-    EXPECT_EQ(GetText(to.Get(), PR_SUBJECT_W), L"Hello");
-    EXPECT_EQ(GetText(to.Get(), PR_BODY_W), L"Text");
-    EXPECT_EQ(ReadStatus(to.Get(), PR_ENTRYID), MAPI_E_NOT_FOUND) << "it isn't saved yet";
-    Ref<IMAPITable> recipients;
-    ASSERT_EQ(to->GetRecipientTable(MAPI_UNICODE, &recipients), S_OK);
-    EXPECT_EQ(Column(recipients.Get(), named), std::vector<std::wstring>{L"row"});
+    EXPECT_FALSE(m_problems);
+    EXPECT_EQ(GetText(to, named), L"blue");
+    EXPECT_EQ(GetText(to, PR_SUBJECT_W), L"Hello");
+    EXPECT_EQ(GetText(to, PR_BODY_W), L"Text");
+    EXPECT_EQ(ReadStatus(to, PR_ENTRYID), MAPI_E_NOT_FOUND) << "it isn't saved yet";
+    EXPECT_EQ(Column(Table(to, &IMessage::GetRecipientTable), named), Texts{L"row"});
     Ref<IAttach> attach;
     ASSERT_EQ(to->OpenAttach(0, nullptr, 0, &attach), S_OK);
-    EXPECT_EQ(GetBinary(attach.Get(), PR_ATTACH_DATA_BIN), BytesOf("data"));
+    EXPECT_EQ(GetBinary(attach, PR_ATTACH_DATA_BIN), BytesOf("data"));
     ASSERT_EQ(to->SaveChanges(KEEP_OPEN_READWRITE), S_OK);
-    EXPECT_EQ(GetText(to.Get(), PR_DISPLAY_TO_W), L"Ann");
-    ASSERT_EQ(Copy(from.Get(), to.Get()), S_OK);
-    EXPECT_EQ(Recipients(to.Get()), 1u) << "a second copy replaces the first";
+    EXPECT_EQ(GetText(to, PR_DISPLAY_TO_W), L"Ann");
+    ASSERT_EQ(Copy(from, to), S_OK);
+    EXPECT_FALSE(m_problems);
+    EXPECT_EQ(Recipients(to), 1u) << "a second copy replaces the first";
 }
 
 TEST_F(CopyTest, WhatIsExcludedStaysOut) {
     const Ref<IMessage> from = FullMessage();
-    const struct {
-        std::vector<ULONG> tags;
+    struct {
+        Tags tags;
         std::vector<IID> interfaces;
         bool subject, named;
         ULONG recipients, attachments;
@@ -185,99 +183,82 @@ TEST_F(CopyTest, WhatIsExcludedStaysOut) {
         {{}, {mapi::kIidMessage}, true, true, 0, 0},
         {{}, {mapi::kIidProp}, false, false, 1, 1},
     };
-    for (std::size_t i = 0; i < std::size(cases); ++i) {
-        const auto& row = cases[i];
+    for (auto& row : cases) {
+        SCOPED_TRACE(&row - cases);
         const Ref<IMessage> to = NewMessage();
-        std::vector<ULONG> list{static_cast<ULONG>(row.tags.size())};
-        list.insert(list.end(), row.tags.begin(), row.tags.end());
-        ASSERT_EQ(
-            Copy(from.Get(), to.Get(), reinterpret_cast<SPropTagArray*>(list.data()), 0, row.interfaces),
-            S_OK);
-        EXPECT_EQ(SUCCEEDED(ReadStatus(to.Get(), PR_SUBJECT_W)), row.subject) << "row " << i;
-        EXPECT_EQ(SUCCEEDED(ReadStatus(to.Get(), m_named)), row.named) << "row " << i;
-        EXPECT_EQ(Recipients(to.Get()), row.recipients) << "row " << i;
-        EXPECT_EQ(Attachments(to.Get()), row.attachments) << "row " << i;
+        ASSERT_EQ(Copy(from, to, row.tags, 0, row.interfaces), S_OK);
+        EXPECT_FALSE(m_problems);
+        EXPECT_EQ(SUCCEEDED(ReadStatus(to, PR_SUBJECT_W)), row.subject);
+        EXPECT_EQ(SUCCEEDED(ReadStatus(to, m_named)), row.named);
+        EXPECT_EQ(Recipients(to), row.recipients);
+        EXPECT_EQ(Attachments(to), row.attachments);
     }
 }
 
 TEST_F(CopyTest, NothingIsReplacedThatIsNotToBe) {
-    const Ref<IMessage> from = FullMessage();
-    const Ref<IMessage> to = NewMessage(L"Mine");
+    const Ref<IMessage> from = FullMessage(), to = NewMessage(L"Mine");
     AddressList list{{Text(PR_DISPLAY_NAME_W, L"Bob"), Long(PR_RECIPIENT_TYPE, MAPI_TO)},
                      {Text(PR_DISPLAY_NAME_W, L"Cid"), Long(PR_RECIPIENT_TYPE, MAPI_TO)}};
     ASSERT_EQ(to->ModifyRecipients(MODRECIP_ADD, list), S_OK);
-    ASSERT_EQ(Copy(from.Get(), to.Get(), nullptr, MAPI_NOREPLACE), S_OK);
-    EXPECT_EQ(GetText(to.Get(), PR_SUBJECT_W), L"Mine");
-    EXPECT_EQ(GetText(to.Get(), m_named), L"blue") << "it had none before";
-    EXPECT_EQ(Recipients(to.Get()), 2u);
-    EXPECT_EQ(Attachments(to.Get()), 1u);
+    ASSERT_EQ(Copy(from, to, nullptr, MAPI_NOREPLACE), S_OK);
+    EXPECT_FALSE(m_problems);
+    EXPECT_EQ(GetText(to, PR_SUBJECT_W), L"Mine");
+    EXPECT_EQ(GetText(to, m_named), L"blue") << "it had none before";
+    EXPECT_EQ(Recipients(to), 2u);
+    EXPECT_EQ(Attachments(to), 1u);
+}
+
+TEST_F(CopyTest, CopyPropsCopiesWhatIsNamed) {
+    const Ref<IMessage> from = FullMessage(), to = NewMessage();
+    ASSERT_EQ(CopyProps(from, to, {PR_SUBJECT_W, kMissing, PR_MESSAGE_RECIPIENTS}), S_OK);
+    ASSERT_TRUE(m_problems && m_problems->cProblem == 1);
+    EXPECT_EQ(m_problems->aProblem[0].ulIndex, 1u);
+    EXPECT_EQ(m_problems->aProblem[0].scode, MAPI_E_NOT_FOUND);
+    EXPECT_EQ(GetText(to, PR_SUBJECT_W), L"Hello");
+    EXPECT_EQ(ReadStatus(to, m_named), MAPI_E_NOT_FOUND);
+    EXPECT_EQ(Recipients(to), 1u);
+    EXPECT_EQ(Attachments(to), 0u);
 }
 
 TEST_F(CopyTest, AProblemCanBeHadForAsking) {
     Watch().Deviate().copyProblem = MAPI_E_NO_ACCESS;
     const Ref<IMessage> from = FullMessage(), to = NewMessage();
-    Block<SPropProblemArray> problems;
-    ASSERT_EQ(from->CopyTo(0, nullptr, nullptr, 0, nullptr, &mapi::kIidMessage, to.Get(), 0, &problems),
-              S_OK);
-    ASSERT_TRUE(problems && problems->cProblem == 1);
-    EXPECT_EQ(problems->aProblem[0].scode, MAPI_E_NO_ACCESS);
-    EXPECT_EQ(GetText(to.Get(), PR_SUBJECT_W), L"Hello");
-    const ULONG missing = PROP_TAG(PT_LONG, 0x6777);
-    ASSERT_EQ(
-        from->CopyProps(Tags{missing, PR_SUBJECT_W}, 0, nullptr, &mapi::kIidMessage, to.Get(), 0, &problems),
-        S_OK);
-    ASSERT_TRUE(problems && problems->cProblem == 2);
-    EXPECT_EQ(problems->aProblem[1].scode, MAPI_E_NO_ACCESS) << "beside a problem that there is";
-}
-
-TEST_F(CopyTest, CopyPropsCopiesWhatIsNamed) {
-    const Ref<IMessage> from = FullMessage();
-    const Ref<IMessage> to = NewMessage();
-    Block<SPropProblemArray> problems;
-    const ULONG missing = PROP_TAG(PT_LONG, 0x6777);
-    ASSERT_EQ(from->CopyProps(Tags{PR_SUBJECT_W, missing, PR_MESSAGE_RECIPIENTS}, 0, nullptr,
-                              &mapi::kIidMessage, to.Get(), 0, &problems),
-              S_OK);
-    ASSERT_TRUE(problems && problems->cProblem == 1);
-    EXPECT_EQ(problems->aProblem[0].ulIndex, 1u);
-    EXPECT_EQ(problems->aProblem[0].scode, MAPI_E_NOT_FOUND);
-    EXPECT_EQ(GetText(to.Get(), PR_SUBJECT_W), L"Hello");
-    EXPECT_EQ(ReadStatus(to.Get(), m_named), MAPI_E_NOT_FOUND);
-    EXPECT_EQ(Recipients(to.Get()), 1u);
-    EXPECT_EQ(Attachments(to.Get()), 0u);
+    ASSERT_EQ(Copy(from, to), S_OK);
+    ASSERT_TRUE(m_problems && m_problems->cProblem == 1);
+    EXPECT_EQ(m_problems->aProblem[0].scode, MAPI_E_NO_ACCESS);
+    EXPECT_EQ(GetText(to, PR_SUBJECT_W), L"Hello");
+    ASSERT_EQ(CopyProps(from, to, {kMissing, PR_SUBJECT_W}), S_OK);
+    ASSERT_TRUE(m_problems && m_problems->cProblem == 2);
+    EXPECT_EQ(m_problems->aProblem[1].scode, MAPI_E_NO_ACCESS) << "beside a problem that there is";
 }
 
 TEST_F(CopyTest, TargetsThatCantBeAreRefused) {
-    const Ref<IMessage> from = FullMessage();
-    const Ref<IMessage> to = NewMessage();
+    const Ref<IMessage> from = FullMessage(), to = NewMessage();
+    const Ref<IStream> stream = OpenStream(from, PR_SUBJECT_W);
     const auto copy = [&](const IID* iid, void* target, ULONG flags) {
         return from->CopyTo(0, nullptr, nullptr, 0, nullptr, iid, target, flags, nullptr);
     };
-    Ref<IStream> stream;
-    ASSERT_EQ(OpenStream(from.Get(), PR_SUBJECT_W, 0, stream), S_OK);
     EXPECT_EQ(copy(&mapi::kIidMessage, nullptr, 0), MAPI_E_INVALID_PARAMETER);
-    EXPECT_EQ(copy(nullptr, to.Get(), 0), MAPI_E_INVALID_PARAMETER);
-    EXPECT_EQ(copy(&mapi::kIidFolder, to.Get(), 0), MAPI_E_INTERFACE_NOT_SUPPORTED);
-    EXPECT_EQ(copy(&mapi::kIidStream, stream.Get(), 0), MAPI_E_INTERFACE_NOT_SUPPORTED);
-    EXPECT_EQ(copy(&mapi::kIidMessage, from.Get(), 0), MAPI_E_NO_ACCESS);
-    EXPECT_EQ(copy(&mapi::kIidMessage, to.Get(), MAPI_MOVE), MAPI_E_NO_SUPPORT);
-    EXPECT_EQ(copy(&mapi::kIidMessage, to.Get(), 0x1000), MAPI_E_UNKNOWN_FLAGS);
+    EXPECT_EQ(copy(nullptr, to, 0), MAPI_E_INVALID_PARAMETER);
+    EXPECT_EQ(copy(&mapi::kIidFolder, to, 0), MAPI_E_INTERFACE_NOT_SUPPORTED);
+    EXPECT_EQ(copy(&mapi::kIidStream, stream, 0), MAPI_E_INTERFACE_NOT_SUPPORTED);
+    EXPECT_EQ(copy(&mapi::kIidMessage, from, 0), MAPI_E_NO_ACCESS);
+    EXPECT_EQ(copy(&mapi::kIidMessage, to, MAPI_MOVE), MAPI_E_NO_SUPPORT);
+    EXPECT_EQ(copy(&mapi::kIidMessage, to, 0x1000), MAPI_E_UNKNOWN_FLAGS);
 }
 
 TEST_F(CopyTest, AFaultyPropertyIsAProblemAndNoFailure) {
+    constexpr ULONG kFaulty = PROP_TAG(PT_UNICODE, 0x6700);
     const auto open = MakeMessage();
     mailbox::Content* content = nullptr;
     ASSERT_EQ(open->EditContent(content), S_OK);
-    content->properties.Put(PROP_TAG(PT_UNICODE, 0x6700), mailbox::NullPointer{PT_UNICODE, 0});
+    content->properties.Put(kFaulty, mailbox::NullPointer{PT_UNICODE, 0});
     content->properties.Set<PR_SUBJECT_W>(L"Hello");
-    const Ref<IMessage> from(mapi::MakeMessage(open));
-    const Ref<IMessage> to = NewMessage();
-    Block<SPropProblemArray> problems;
-    ASSERT_EQ(from->CopyTo(0, nullptr, nullptr, 0, nullptr, &mapi::kIidMessage, to.Get(), 0, &problems),
-              S_OK);
-    ASSERT_TRUE(problems && problems->cProblem == 1);
-    EXPECT_EQ(problems->aProblem[0].ulPropTag, PROP_TAG(PT_UNICODE, 0x6700));
-    EXPECT_EQ(GetText(to.Get(), PR_SUBJECT_W), L"Hello");
+    const Ref<IMessage> from(mapi::MakeMessage(open)), to = NewMessage();
+    ASSERT_EQ(Copy(from, to), S_OK);
+    ASSERT_TRUE(m_problems && m_problems->cProblem == 1);
+    EXPECT_EQ(m_problems->aProblem[0].ulPropTag, kFaulty);
+    EXPECT_EQ(GetText(to, PR_SUBJECT_W), L"Hello");
 }
 
 } // namespace

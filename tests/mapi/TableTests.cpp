@@ -7,8 +7,6 @@ using namespace standin;
 namespace mapi_tests {
 namespace {
 
-using Texts = std::vector<std::wstring>;
-
 constexpr ULONG kShade = PROP_TAG(PT_UNICODE, 0x6700);
 constexpr ULONG kKeywords = PROP_TAG(PT_MV_UNICODE, 0x6701);
 constexpr ULONG kBytes = PROP_TAG(PT_BINARY, 0x6702);
@@ -23,7 +21,7 @@ protected:
         Add(L"delta", 30, L"deep blue", {L"yellow"});
         Add(L"\u00C9clair", -5, L"caf\u00E9", {});
         m_folder = OpenFolder(L"Inbox");
-        EXPECT_EQ(m_folder->GetContentsTable(MAPI_UNICODE, &m_table), S_OK);
+        m_table = Table(m_folder, &IMAPIContainer::GetContentsTable);
     }
 
     void Add(const wchar_t* subject, LONG importance, const wchar_t* shade,
@@ -40,7 +38,7 @@ protected:
 
     Texts Restricted(SRestriction restriction) {
         EXPECT_EQ(m_table->Restrict(&restriction, 0), S_OK);
-        return Column(m_table.Get(), PR_SUBJECT_W);
+        return Column(m_table, PR_SUBJECT_W);
     }
     std::wstring Next() {
         Rows rows;
@@ -52,41 +50,6 @@ protected:
     Ref<IMAPIFolder> m_folder;
     Ref<IMAPITable> m_table;
 };
-
-SRestriction Property(ULONG relation, SPropValue& value, ULONG tag = 0) {
-    SRestriction restriction{};
-    restriction.rt = RES_PROPERTY;
-    restriction.res.resProperty = {relation, tag ? tag : value.ulPropTag, &value};
-    return restriction;
-}
-
-SRestriction Content(ULONG level, SPropValue& value, ULONG tag = 0) {
-    SRestriction restriction{};
-    restriction.rt = RES_CONTENT;
-    restriction.res.resContent = {level, tag ? tag : value.ulPropTag, &value};
-    return restriction;
-}
-
-SRestriction Exist(ULONG tag) {
-    SRestriction restriction{};
-    restriction.rt = RES_EXIST;
-    restriction.res.resExist = {0, tag, 0};
-    return restriction;
-}
-
-SRestriction Not(SRestriction& part) {
-    SRestriction restriction{};
-    restriction.rt = RES_NOT;
-    restriction.res.resNot = {0, &part};
-    return restriction;
-}
-
-SRestriction List(ULONG kind, std::vector<SRestriction>& parts) {
-    SRestriction restriction{};
-    restriction.rt = kind;
-    restriction.res.resAnd = {static_cast<ULONG>(parts.size()), parts.data()};
-    return restriction;
-}
 
 const Texts kAll{L"Alpha", L"beta", L"Gamma", L"delta", L"\u00C9clair"};
 
@@ -108,8 +71,7 @@ TEST_F(TableTest, RowsHaveTheColumnsThatAreSet) {
 
 TEST_F(TableTest, AllColumnsAreThoseOfTheTableAndOfItsRows) {
     for (const ULONG flags : {ULONG{0}, ULONG{MAPI_UNICODE}}) {
-        Ref<IMAPITable> table;
-        ASSERT_EQ(m_folder->GetContentsTable(flags, &table), S_OK);
+        const Ref<IMAPITable> table = Table(m_folder, &IMAPIContainer::GetContentsTable, flags);
         Block<SPropTagArray> columns;
         ASSERT_EQ(table->QueryColumns(TBL_ALL_COLUMNS, &columns), S_OK);
         const std::vector<ULONG> tags(columns->aulPropTag, columns->aulPropTag + columns->cValues);
@@ -123,21 +85,17 @@ TEST_F(TableTest, AllColumnsAreThoseOfTheTableAndOfItsRows) {
 }
 
 TEST_F(TableTest, TheCursorMovesBothWays) {
-    LONG sought = 0;
-    const struct {
-        BOOKMARK origin;
-        LONG count, sought;
-        const wchar_t* next;
-    } cases[] = {
+    const std::tuple<BOOKMARK, LONG, LONG, const wchar_t*> cases[] = {
         {BOOKMARK_BEGINNING, 0, 0, L"Alpha"},   {BOOKMARK_BEGINNING, 2, 2, L"Gamma"},
         {BOOKMARK_CURRENT, -1, -1, L"beta"},    {BOOKMARK_CURRENT, -9, -1, L"Alpha"},
         {BOOKMARK_END, -1, -1, L"\u00C9clair"}, {BOOKMARK_END, 0, 0, L"(end)"},
         {BOOKMARK_BEGINNING, 99, 5, L"(end)"},
     };
-    for (const auto& row : cases) {
-        ASSERT_EQ(m_table->SeekRow(row.origin, row.count, &sought), S_OK);
-        EXPECT_EQ(sought, row.sought);
-        EXPECT_EQ(Next(), row.next);
+    for (const auto& [origin, count, expected, next] : cases) {
+        LONG sought = 0;
+        ASSERT_EQ(m_table->SeekRow(origin, count, &sought), S_OK);
+        EXPECT_EQ(sought, expected);
+        EXPECT_EQ(Next(), next);
     }
     EXPECT_EQ(m_table->SeekRow(77, 0, nullptr), MAPI_E_INVALID_BOOKMARK);
     EXPECT_EQ(m_table->SeekRowApprox(1, 0), MAPI_E_INVALID_PARAMETER);
@@ -173,7 +131,7 @@ TEST_F(TableTest, QueryRowsReadsForwardsAndBackwards) {
     EXPECT_EQ(read(99, 0), (Texts{L"Alpha", L"beta"}));
     EXPECT_EQ(read(99, 0), (Texts{L"Gamma", L"delta"}));
     Rows every;
-    EXPECT_EQ(HrQueryAllRows(m_table.Get(), nullptr, nullptr, nullptr, 0, &every), S_OK);
+    EXPECT_EQ(HrQueryAllRows(m_table, nullptr, nullptr, nullptr, 0, &every), S_OK);
     EXPECT_EQ(every.Count(), kAll.size());
     SRowSet* rows = nullptr;
     EXPECT_EQ(m_table->QueryRows(0, 0, &rows), MAPI_E_INVALID_PARAMETER);
@@ -183,31 +141,19 @@ TEST_F(TableTest, QueryRowsReadsForwardsAndBackwards) {
 TEST_F(TableTest, EveryRestrictionKindPicksItsRows) {
     SPropValue thirty = Long(PR_IMPORTANCE, 30);
     SPropValue alpha = Text(PR_SUBJECT_W, L"ALPHA");
-    SPropValue alphaNarrow{};
-    alphaNarrow.ulPropTag = PR_SUBJECT_A;
-    alphaNarrow.Value.lpszA = const_cast<char*>("alpha");
+    SPropValue alphaNarrow = Narrow(PR_SUBJECT_A, "alpha");
     SPropValue blue = Text(kShade, L"blue");
     SPropValue cafe = Text(kShade, L"cafe");
     SPropValue green = Text(CHANGE_PROP_TYPE(kKeywords, PT_UNICODE), L"green");
     SRestriction hasShade = Exist(kShade);
     SRestriction isThirty = Property(RELOP_EQ, thirty);
     std::vector<SRestriction> both{hasShade, isThirty}, none;
-    SRestriction mask{}, size{}, pair{}, comment{};
-    mask.rt = RES_BITMASK;
-    mask.res.resBitMask = {BMR_NEZ, PR_IMPORTANCE, 2};
-    SRestriction noMask = mask;
-    noMask.res.resBitMask.relBMR = BMR_EQZ;
-    size.rt = RES_SIZE;
-    size.res.resSize = {RELOP_GT, PR_SUBJECT_W, 10};
-    pair.rt = RES_COMPAREPROPS;
-    pair.res.resCompareProps = {RELOP_EQ, PR_IMPORTANCE, PR_IMPORTANCE};
-    comment.rt = RES_COMMENT;
-    comment.res.resComment = {0, &isThirty, nullptr};
-    const struct {
-        const char* name;
-        SRestriction restriction;
-        Texts rows;
-    } cases[] = {
+    const SRestriction mask{RES_BITMASK, {.resBitMask = {BMR_NEZ, PR_IMPORTANCE, 2}}};
+    const SRestriction noMask{RES_BITMASK, {.resBitMask = {BMR_EQZ, PR_IMPORTANCE, 2}}};
+    const SRestriction size{RES_SIZE, {.resSize = {RELOP_GT, PR_SUBJECT_W, 10}}};
+    const SRestriction pair{RES_COMPAREPROPS, {.resCompareProps = {RELOP_EQ, PR_IMPORTANCE, PR_IMPORTANCE}}};
+    const SRestriction comment{RES_COMMENT, {.resComment = {0, &isThirty, nullptr}}};
+    const std::tuple<const char*, SRestriction, Texts> cases[] = {
         {"equal", isThirty, {L"beta", L"delta"}},
         {"not equal", Property(RELOP_NE, thirty), {L"Alpha", L"Gamma", L"\u00C9clair"}},
         {"less", Property(RELOP_LT, thirty), {L"Alpha", L"Gamma", L"\u00C9clair"}},
@@ -236,10 +182,10 @@ TEST_F(TableTest, EveryRestrictionKindPicksItsRows) {
         {"two properties", pair, kAll},
         {"comment", comment, {L"beta", L"delta"}},
     };
-    for (const auto& row : cases)
-        EXPECT_EQ(Restricted(row.restriction), row.rows) << row.name;
+    for (const auto& [name, restriction, rows] : cases)
+        EXPECT_EQ(Restricted(restriction), rows) << name;
     ASSERT_EQ(m_table->Restrict(nullptr, 0), S_OK);
-    EXPECT_EQ(RowCount(m_table.Get()), 5u);
+    EXPECT_EQ(RowCount(m_table), 5u);
 }
 
 TEST_F(TableTest, BinaryIsComparedByteByByte) {
@@ -269,54 +215,41 @@ TEST_F(TableTest, RestrictionsLookIntoRecipientsAndAttachments) {
     ASSERT_EQ(message->Save(), S_OK);
 
     SPropValue ann = Text(PR_DISPLAY_NAME_W, L"ann"), list = Text(PR_ATTACH_LONG_FILENAME_W, L"list.txt");
-    SRestriction isAnn = Property(RELOP_EQ, ann), isList = Property(RELOP_EQ, list), sub{};
-    sub.rt = RES_SUBRESTRICTION;
-    sub.res.resSub = {PR_MESSAGE_RECIPIENTS, &isAnn};
-    EXPECT_EQ(Restricted(sub), Texts{L"mail"});
-    sub.res.resSub = {PR_MESSAGE_ATTACHMENTS, &isAnn};
-    EXPECT_EQ(Restricted(sub), Texts());
-    sub.res.resSub = {PR_MESSAGE_ATTACHMENTS, &isList};
-    EXPECT_EQ(Restricted(sub), Texts{L"mail"});
+    SRestriction isAnn = Property(RELOP_EQ, ann), isList = Property(RELOP_EQ, list);
+    const auto having = [&](ULONG part, SRestriction& restriction) {
+        return Restricted({RES_SUBRESTRICTION, {.resSub = {part, &restriction}}});
+    };
+    EXPECT_EQ(having(PR_MESSAGE_RECIPIENTS, isAnn), Texts{L"mail"});
+    EXPECT_EQ(having(PR_MESSAGE_ATTACHMENTS, isAnn), Texts());
+    EXPECT_EQ(having(PR_MESSAGE_ATTACHMENTS, isList), Texts{L"mail"});
 }
 
 TEST_F(TableTest, RestrictionsThatCantBeAreRefused) {
     SPropValue text = Text(PR_SUBJECT_W, L"x"), number = Long(PR_IMPORTANCE, 1),
                null = Text(PR_SUBJECT_W, nullptr);
-    SRestriction unknown{}, nullPart{}, badMask{}, sub{}, cycle{};
-    unknown.rt = 99;
-    nullPart.rt = RES_NOT;
-    badMask.rt = RES_BITMASK;
-    badMask.res.resBitMask = {BMR_EQZ, PR_SUBJECT_W, 1};
-    SRestriction exist = Exist(kShade);
-    sub.rt = RES_SUBRESTRICTION;
-    sub.res.resSub = {PR_SUBJECT_W, &exist};
-    cycle.rt = RES_NOT;
-    cycle.res.resNot.lpRes = &cycle;
-    SRestriction noValue = Property(RELOP_EQ, text);
-    noValue.res.resProperty.lpProp = nullptr;
-    SRestriction pair{};
-    pair.rt = RES_COMPAREPROPS;
-    pair.res.resCompareProps = {RELOP_EQ, PR_SUBJECT_W, PR_IMPORTANCE};
+    SRestriction exist = Exist(kShade), cycle = Not(cycle);
     const std::pair<SRestriction, HRESULT> cases[] = {
-        {unknown, MAPI_E_TOO_COMPLEX},
+        {{99, {}}, MAPI_E_TOO_COMPLEX},
         {Property(RELOP_RE, text), MAPI_E_TOO_COMPLEX},
         {Content(FL_PREFIX, number), MAPI_E_TOO_COMPLEX},
         {Content(7, text), MAPI_E_TOO_COMPLEX},
-        {sub, MAPI_E_TOO_COMPLEX},
+        {{RES_SUBRESTRICTION, {.resSub = {PR_SUBJECT_W, &exist}}}, MAPI_E_TOO_COMPLEX},
         {cycle, MAPI_E_TOO_COMPLEX},
-        {nullPart, MAPI_E_INVALID_PARAMETER},
-        {noValue, MAPI_E_INVALID_PARAMETER},
+        {{RES_NOT, {}}, MAPI_E_INVALID_PARAMETER},
+        {{RES_PROPERTY, {.resProperty = {RELOP_EQ, PR_SUBJECT_W, nullptr}}}, MAPI_E_INVALID_PARAMETER},
         {Property(RELOP_EQ, null), MAPI_E_INVALID_PARAMETER},
         {Property(RELOP_EQ, text, PR_IMPORTANCE), MAPI_E_TOO_COMPLEX},
-        {badMask, MAPI_E_TOO_COMPLEX},
-        {pair, MAPI_E_TOO_COMPLEX},
+        {{RES_BITMASK, {.resBitMask = {BMR_EQZ, PR_SUBJECT_W, 1}}}, MAPI_E_TOO_COMPLEX},
+        {{RES_COMPAREPROPS, {.resCompareProps = {RELOP_EQ, PR_SUBJECT_W, PR_IMPORTANCE}}},
+         MAPI_E_TOO_COMPLEX},
     };
-    for (std::size_t i = 0; i < std::size(cases); ++i) {
-        SRestriction restriction = cases[i].first;
-        EXPECT_EQ(m_table->Restrict(&restriction, 0), cases[i].second) << "row " << i;
-        EXPECT_EQ(m_table->FindRow(&restriction, BOOKMARK_BEGINNING, 0), cases[i].second) << "row " << i;
+    for (const auto& row : cases) {
+        SCOPED_TRACE(&row - cases);
+        SRestriction restriction = row.first;
+        EXPECT_EQ(m_table->Restrict(&restriction, 0), row.second);
+        EXPECT_EQ(m_table->FindRow(&restriction, BOOKMARK_BEGINNING, 0), row.second);
     }
-    EXPECT_EQ(RowCount(m_table.Get()), 5u);
+    EXPECT_EQ(RowCount(m_table), 5u);
 }
 
 TEST_F(TableTest, FindRowGoesToTheRow) {
@@ -341,8 +274,7 @@ TEST_F(TableTest, SortsByOneColumnAfterTheOther) {
         2, 0, 0, {{PR_IMPORTANCE, TABLE_SORT_DESCEND}, {PR_SUBJECT_W, TABLE_SORT_ASCEND}}};
     auto* set = reinterpret_cast<SSortOrderSet*>(&order);
     ASSERT_EQ(m_table->SortTable(set, 0), S_OK);
-    EXPECT_EQ(Column(m_table.Get(), PR_SUBJECT_W),
-              (Texts{L"beta", L"delta", L"Gamma", L"Alpha", L"\u00C9clair"}));
+    EXPECT_EQ(Column(m_table, PR_SUBJECT_W), (Texts{L"beta", L"delta", L"Gamma", L"Alpha", L"\u00C9clair"}));
     Block<SSortOrderSet> current;
     ASSERT_EQ(m_table->QuerySortOrder(&current), S_OK);
     EXPECT_EQ(current->cSorts, 2u);
@@ -350,10 +282,10 @@ TEST_F(TableTest, SortsByOneColumnAfterTheOther) {
 
     order = {1, 0, 0, {{kShade, TABLE_SORT_ASCEND}}};
     ASSERT_EQ(m_table->SortTable(set, 0), S_OK);
-    EXPECT_EQ(Column(m_table.Get(), PR_SUBJECT_W).front(), L"Gamma") << "what is missing comes first";
+    EXPECT_EQ(Column(m_table, PR_SUBJECT_W).front(), L"Gamma") << "what is missing comes first";
     order = {0, 0, 0, {}};
     ASSERT_EQ(m_table->SortTable(set, 0), S_OK);
-    EXPECT_EQ(Column(m_table.Get(), PR_SUBJECT_W), kAll);
+    EXPECT_EQ(Column(m_table, PR_SUBJECT_W), kAll);
     order = {1, 1, 0, {{kShade, TABLE_SORT_ASCEND}}};
     EXPECT_EQ(m_table->SortTable(set, 0), MAPI_E_TOO_COMPLEX);
     EXPECT_EQ(m_table->SortTable(nullptr, 0), MAPI_E_INVALID_PARAMETER);
@@ -382,14 +314,14 @@ TEST_F(TableTest, ComingsAndGoingsShow) {
     ASSERT_EQ(m_table->SeekRow(BOOKMARK_BEGINNING, 3, nullptr), S_OK);
     mailbox::Folder& inbox = Folder(L"Inbox");
     inbox.RemoveMessage(*inbox.Messages()[0]);
-    EXPECT_EQ(RowCount(m_table.Get()), 4u);
+    EXPECT_EQ(RowCount(m_table), 4u);
     EXPECT_EQ(Next(), L"delta");
     Add(L"new", 0, nullptr, {});
-    EXPECT_EQ(RowCount(m_table.Get()), 5u);
+    EXPECT_EQ(RowCount(m_table), 5u);
     SPropValue zero = Long(PR_IMPORTANCE, 0);
     EXPECT_EQ(Restricted(Property(RELOP_EQ, zero)), Texts{L"new"});
     Add(L"newer", 0, nullptr, {});
-    EXPECT_EQ(RowCount(m_table.Get()), 2u) << "in a restricted table too";
+    EXPECT_EQ(RowCount(m_table), 2u) << "in a restricted table too";
 }
 
 TEST_F(TableTest, LongTextIsCutAndLongBinaryRefusedInContents) {
@@ -397,13 +329,10 @@ TEST_F(TableTest, LongTextIsCutAndLongBinaryRefusedInContents) {
     message->Write(PR_SUBJECT_W, std::wstring(300, L'x') + L"end");
     message->Write(kBytes, Bytes(511));
     ASSERT_EQ(message->Save(), S_OK);
-    ASSERT_EQ(m_table->SetColumns(Tags{PR_SUBJECT_W, kBytes}, 0), S_OK);
-    m_table->SeekRow(BOOKMARK_END, -1, nullptr);
-    Rows rows;
-    ASSERT_EQ(m_table->QueryRows(1, 0, &rows), S_OK);
-    EXPECT_EQ(std::wstring(rows.At(0, 0).Value.lpszW).size(), 255u);
-    EXPECT_EQ(rows.At(0, 1).ulPropTag, CHANGE_PROP_TYPE(kBytes, PT_ERROR));
-    EXPECT_EQ(rows.At(0, 1).Value.err, MAPI_E_NOT_ENOUGH_MEMORY);
+    const Rows rows(m_table, {PR_SUBJECT_W, kBytes});
+    EXPECT_EQ(std::wstring(rows.At(5, 0).Value.lpszW).size(), 255u);
+    EXPECT_EQ(rows.At(5, 1).ulPropTag, CHANGE_PROP_TYPE(kBytes, PT_ERROR));
+    EXPECT_EQ(rows.At(5, 1).Value.err, MAPI_E_NOT_ENOUGH_MEMORY);
     SPropValue end = Text(PR_SUBJECT_W, L"end");
     EXPECT_EQ(Restricted(Content(FL_SUBSTRING, end)).size(), 1u) << "restrictions look at it all";
 }
@@ -430,15 +359,15 @@ TEST_F(TableTest, HrQueryAllRowsRestrictsSortsAndLimits) {
     SizedSSortOrderSet(1, order) = {1, 0, 0, {{PR_SUBJECT_W, TABLE_SORT_DESCEND}}};
     m_table->SeekRow(BOOKMARK_END, 0, nullptr);
     Rows rows;
-    ASSERT_EQ(HrQueryAllRows(m_table.Get(), Tags{PR_SUBJECT_W}, &isThirty,
-                             reinterpret_cast<SSortOrderSet*>(&order), 2, &rows),
+    ASSERT_EQ(HrQueryAllRows(m_table, Tags{PR_SUBJECT_W}, &isThirty, reinterpret_cast<SSortOrderSet*>(&order),
+                             2, &rows),
               S_OK);
     ASSERT_EQ(rows.Count(), 2u);
     EXPECT_STREQ(rows.At(0, 0).Value.lpszW, L"delta");
-    EXPECT_EQ(HrQueryAllRows(m_table.Get(), nullptr, nullptr, nullptr, 1, &rows), MAPI_E_TABLE_TOO_BIG);
+    EXPECT_EQ(HrQueryAllRows(m_table, nullptr, nullptr, nullptr, 1, &rows), MAPI_E_TABLE_TOO_BIG);
     SPropValue none = Long(PR_IMPORTANCE, 31);
     SRestriction isNone = Property(RELOP_EQ, none);
-    ASSERT_EQ(HrQueryAllRows(m_table.Get(), nullptr, &isNone, nullptr, 0, &rows), S_OK);
+    ASSERT_EQ(HrQueryAllRows(m_table, nullptr, &isNone, nullptr, 0, &rows), S_OK);
     EXPECT_EQ(rows.Count(), 0u);
 }
 

@@ -31,17 +31,17 @@ private:
 /// Outlook runs in another folder than its client.
 TEST_F(FileTest, PathsAreAbsolute) {
     const Object item = AddItem(DefaultFolder(kInbox), L"Letter");
-    const Object contact = DefaultFolder(kContacts).Child(L"Items").Child(L"Add");
+    const Object contact = Items(kContacts).Child(L"Add");
     const Object attachments = item.Child(L"Attachments");
     std::ofstream(fs::path(In(L"a.gif"))) << "GIF89a";
     const auto answers = [&](const std::wstring& picture, const std::wstring& saved) {
         std::vector<HRESULT> statuses;
-        statuses.push_back(attachments.TryCall(L"Add", {Value(picture)}).Status());
-        statuses.push_back(attachments.TryCall(L"Add", {Value(picture), Value(4)}).Status());
-        statuses.push_back(contact.TryCall(L"AddPicture", {Value(picture)}).Status());
-        statuses.push_back(item.TryCall(L"SaveAs", {Value(saved)}).Status());
-        statuses.push_back(Application().TryCall(L"CreateItemFromTemplate", {Value(saved)}).Status());
-        statuses.push_back(attachments.TryCall(L"Add", {Value(saved), Value(5)}).Status());
+        statuses.push_back(attachments.Status(L"Add", {picture}));
+        statuses.push_back(attachments.Status(L"Add", {picture, 4}));
+        statuses.push_back(contact.Status(L"AddPicture", {picture}));
+        statuses.push_back(item.Status(L"SaveAs", {saved}));
+        statuses.push_back(Application().Status(L"CreateItemFromTemplate", {saved}));
+        statuses.push_back(attachments.Status(L"Add", {saved, 5}));
         return statuses;
     };
     EXPECT_EQ(answers(In(L"a.gif"), In(L"a.msg")), std::vector<HRESULT>(6, S_OK));
@@ -50,9 +50,8 @@ TEST_F(FileTest, PathsAreAbsolute) {
         EXPECT_EQ(answers(beginning + L"a.gif", beginning + L"a.msg"),
                   std::vector<HRESULT>(6, HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND)))
             << beginning;
-    const Object attachment = attachments.Child(L"Item", {Value(1)});
-    EXPECT_EQ(attachment.TryCall(L"SaveAsFile", {Value(L"b.gif")}).Status(),
-              HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND));
+    const Object attachment = attachments.Item(1);
+    EXPECT_EQ(attachment.Status(L"SaveAsFile", {L"b.gif"}), HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND));
     EXPECT_FALSE(fs::exists(In(L"b.gif")));
 }
 
@@ -60,11 +59,10 @@ TEST_F(FileTest, PathsAreAbsolute) {
 TEST_F(FileTest, TemporaryFilesAreInAFolderOfTheirOwn) {
     std::ofstream(fs::path(In(L"a.gif"))) << "GIF89a";
     const Object attachments = AddItem(DefaultFolder(kInbox), L"Letter").Child(L"Attachments");
-    const Object attachment = attachments.Child(L"Add", {Value(In(L"a.gif"))});
+    const Object attachment = attachments.Child(L"Add", {In(L"a.gif")});
     for (const wchar_t* name : {L"..\\..\\b.gif", L"C:\\b.gif", L"b.gif", L"c/b.gif"}) {
         attachment.Child(L"PropertyAccessor")
-            .Call(L"SetProperty",
-                  {Value(L"http://schemas.microsoft.com/mapi/proptag/0x3707001F"), Value(name)});
+            .Call(L"SetProperty", {L"http://schemas.microsoft.com/mapi/proptag/0x3707001F", name});
         const _variant_t given = attachment.Call(L"GetTemporaryFilePath");
         const fs::path path(std::wstring(given.bstrVal, SysStringLen(given.bstrVal)));
         EXPECT_EQ(path.filename().wstring(), L"b.gif") << name;

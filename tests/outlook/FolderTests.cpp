@@ -6,52 +6,33 @@ namespace {
 
 using FolderTest = OutlookTest;
 
-Object Folder(const Object& parent, const wchar_t* name) {
-    return Object(parent.Child(L"Folders").Call(L"Item", {Value(name)}));
-}
-
 TEST_F(FolderTest, TopFoldersBearTheNamesOfTheirStores) {
     const Object folders = NameSpace().Child(L"Folders");
     ASSERT_EQ(folders.Number(L"Count"), 3);
     const wchar_t* names[] = {L"Front Desk", L"Archive", L"Public Folders"};
     for (int i = 1; i <= 3; ++i) {
-        const Object folder = folders.Child(L"Item", {Value(i)});
-        EXPECT_EQ(folder.Text(L"Name"), names[i - 1]);
-        EXPECT_EQ(folder.Child(L"Parent").Raw(), NameSpace().Raw());
-        EXPECT_EQ(folder.Number(L"Class"), 2);
+        Expect(folders.Item(i), {{L"Name", names[i - 1]}, {L"Class", 2}});
+        EXPECT_EQ(folders.Item(i).Child(L"Parent").Raw(), NameSpace().Raw());
     }
-    EXPECT_EQ(folders.TryCall(L"Add", {Value(L"Store")}).Status(), MAPI_E_NO_SUPPORT);
-    const Object inbox = DefaultFolder(kInbox);
-    EXPECT_EQ(inbox.Child(L"Parent").Text(L"Name"), L"Front Desk");
+    EXPECT_EQ(folders.Status(L"Add", {L"Store"}), MAPI_E_NO_SUPPORT);
+    EXPECT_EQ(DefaultFolder(kInbox).Child(L"Parent").Text(L"Name"), L"Front Desk");
 }
 
 TEST_F(FolderTest, FoldersAreReachedByPlaceAndByName) {
-    struct Row {
-        _variant_t index;
-        HRESULT status;
-        const wchar_t* name;
-    };
-    const Row rows[] = {
-        {Value(1), S_OK, L"Deleted Items"},        {Value(L"inbox"), S_OK, L"Inbox"},
-        {_variant_t(short{2}), S_OK, L"Inbox"},    {_variant_t(2.0), S_OK, L"Inbox"},
-        {Value(0), DISP_E_EXCEPTION, L""},         {Value(-1), DISP_E_EXCEPTION, L""},
-        {Value(12), DISP_E_EXCEPTION, L""},        {Value(L"2"), MAPI_E_NOT_FOUND, L""},
-        {Value(L"Inbox2"), MAPI_E_NOT_FOUND, L""}, {_variant_t(Application().Raw()), E_INVALIDARG, L""},
-    };
-    const Object folders = NameSpace().Child(L"Folders", {Value(1)}).Child(L"Folders");
+    const Object folders = NameSpace().Child(L"Folders", {1}).Child(L"Folders");
     ASSERT_EQ(folders.Number(L"Count"), 11);
-    for (const Row& row : rows) {
-        const Answer answer = folders.TryCall(L"Item", {row.index});
-        EXPECT_EQ(answer.Status(), row.status);
-        if (SUCCEEDED(row.status)) {
-            EXPECT_EQ(Object(answer.value).Text(L"Name"), row.name);
-        }
-    }
-    EXPECT_EQ(folders.TryCall(L"Item", {Value(0)}).description, L"Array index out of bounds.");
+    EXPECT_EQ(folders.Item(1).Text(L"Name"), L"Deleted Items");
+    for (const Value& inbox : Values{L"inbox", _variant_t(short{2}), _variant_t(2.0)})
+        EXPECT_EQ(folders.Item(inbox).Text(L"Name"), L"Inbox") << AsText(inbox);
+    for (const int place : {0, -1, 12})
+        EXPECT_EQ(folders.TryCall(L"Item", {place}).description, kOutOfBounds) << place;
+    for (const wchar_t* name : {L"2", L"Inbox2"})
+        EXPECT_EQ(folders.Status(L"Item", {name}), MAPI_E_NOT_FOUND) << name;
+    EXPECT_EQ(folders.Status(L"Item", {Application()}), E_INVALIDARG);
 }
 
 TEST_F(FolderTest, FoldersAreWalkedStepByStep) {
-    const Object folders = NameSpace().Child(L"Folders", {Value(2)}).Child(L"Folders");
+    const Object folders = NameSpace().Child(L"Folders", {2}).Child(L"Folders");
     EXPECT_EQ(folders.Child(L"GetFirst").Text(L"Name"), L"Inbox");
     EXPECT_EQ(folders.Child(L"GetNext").Text(L"Name"), L"Deleted Items");
     EXPECT_FALSE(folders.Child(L"GetNext"));
@@ -62,110 +43,98 @@ TEST_F(FolderTest, FoldersAreWalkedStepByStep) {
 }
 
 TEST_F(FolderTest, NewFoldersAreOfTheTypeThatIsAskedFor) {
-    struct Row {
-        _variant_t type;
-        HRESULT status;
-        int itemType;
-        const wchar_t* messageClass;
-    };
-    const Row rows[] = {
-        {Missing(), S_OK, 1, L"IPM.Appointment"}, // as the folder above
-        {Value(6), S_OK, 0, L"IPM.Note"},         {_variant_t(short{9}), S_OK, 1, L"IPM.Appointment"},
-        {Value(10), S_OK, 2, L"IPM.Contact"},     {Value(13), S_OK, 3, L"IPM.Task"},
-        {Value(11), S_OK, 4, L"IPM.Activity"},    {Value(12), S_OK, 5, L"IPM.StickyNote"},
-        {Value(16), S_OK, 0, L"IPM.Note"},        {Value(3), E_INVALIDARG, 0, L""},
-        {Value(99), E_INVALIDARG, 0, L""},        {Value(L"mail"), E_INVALIDARG, 0, L""},
+    const std::tuple<Value, int, const wchar_t*> rows[] = {
+        {Missing(), 1, L"IPM.Appointment"}, // as the folder above
+        {Value(6), 0, L"IPM.Note"},
+        {_variant_t(short{9}), 1, L"IPM.Appointment"},
+        {10, 2, L"IPM.Contact"},
+        {13, 3, L"IPM.Task"},
+        {11, 4, L"IPM.Activity"},
+        {12, 5, L"IPM.StickyNote"},
+        {16, 0, L"IPM.Note"},
     };
     const Object folders = DefaultFolder(kCalendar).Child(L"Folders");
     int count = 0;
-    for (const Row& row : rows) {
-        const std::wstring name = L"Folder " + std::to_wstring(count);
-        const Answer answer = folders.TryCall(L"Add", {Value(name), row.type});
-        EXPECT_EQ(answer.Status(), row.status) << name;
-        if (FAILED(row.status))
-            continue;
-        ++count;
-        EXPECT_EQ(Object(answer.value).Number(L"DefaultItemType"), row.itemType);
-        EXPECT_EQ(Object(answer.value).Text(L"DefaultMessageClass"), row.messageClass);
-    }
+    for (const auto& [type, itemType, messageClass] : rows)
+        Expect(folders.Child(L"Add", {L"Folder " + std::to_wstring(count++), type}),
+               {{L"DefaultItemType", itemType}, {L"DefaultMessageClass", messageClass}});
+    for (const Value& type : Values{3, 99, L"mail"})
+        EXPECT_EQ(folders.Status(L"Add", {L"Refused", type}), E_INVALIDARG) << AsText(type);
     EXPECT_EQ(folders.Number(L"Count"), count) << "a collection is live";
-    const Answer again = folders.TryCall(L"Add", {Value(L"FOLDER 1")});
+    const Answer again = folders.TryCall(L"Add", {L"FOLDER 1"});
     EXPECT_EQ(again.status, DISP_E_EXCEPTION);
     EXPECT_EQ(again.description, L"A folder with this name already exists. Use another name.");
-    EXPECT_EQ(folders.TryCall(L"Add", {Value(L"")}).Status(), E_INVALIDARG);
+    EXPECT_EQ(folders.Status(L"Add", {L""}), E_INVALIDARG);
 }
 
 TEST_F(FolderTest, PathsShowNamesSafely) {
-    const Object folder = DefaultFolder(kInbox).Child(L"Folders").Child(L"Add", {Value(L"100% a\\b")});
-    EXPECT_EQ(folder.Text(L"FolderPath"), L"\\\\Front Desk\\Inbox\\100%25 a%5Cb");
-    EXPECT_EQ(folder.Text(L"FullFolderPath"), folder.Text(L"FolderPath"));
-    EXPECT_EQ(folder.Text(L"Name"), L"100% a\\b");
+    const Object folder = DefaultFolder(kInbox).Child(L"Folders").Child(L"Add", {L"100% a\\b"});
+    Expect(folder, {{L"FolderPath", L"\\\\Front Desk\\Inbox\\100%25 a%5Cb"}});
+    Expect(folder, {{L"FullFolderPath", folder.Text(L"FolderPath")}, {L"Name", L"100% a\\b"}});
 }
 
 TEST_F(FolderTest, FoldersAreRenamedMovedAndCopied) {
     const Object inbox = DefaultFolder(kInbox);
-    const Object folder = inbox.Child(L"Folders").Child(L"Add", {Value(L"Jobs")});
+    const Object folder = inbox.Child(L"Folders").Child(L"Add", {L"Jobs"});
     AddItem(folder, L"Item");
-    folder.Put(L"Name", Value(L"Orders"));
-    folder.Put(L"Description", Value(L"What is to be done"));
-    EXPECT_EQ(folder.TryPut(L"Name", Value(L"")).Status(), E_INVALIDARG);
+    PutAll(folder, {{L"Name", L"Orders"}, {L"Description", L"What is to be done"}});
+    EXPECT_EQ(folder.TryPut(L"Name", L"").Status(), E_INVALIDARG);
     EXPECT_EQ(folder.Text(L"FolderPath"), L"\\\\Front Desk\\Inbox\\Orders");
 
-    const Object archive = NameSpace().Child(L"Folders", {Value(L"Archive")});
-    const Object copy = folder.Child(L"CopyTo", {_variant_t(archive.Raw())});
-    EXPECT_EQ(copy.Text(L"FolderPath"), L"\\\\Archive\\Orders");
-    EXPECT_EQ(copy.Text(L"Description"), L"What is to be done");
-    EXPECT_EQ(copy.Child(L"Items").Child(L"Item", {Value(1)}).Text(L"Subject"), L"Item");
+    const Object archive = Archive(), archived = archive.Child(L"Folders");
+    const Object copy = folder.Child(L"CopyTo", {archive});
+    Expect(copy, {{L"FolderPath", L"\\\\Archive\\Orders"}, {L"Description", L"What is to be done"}});
+    EXPECT_EQ(copy.Child(L"Items").Item(1).Text(L"Subject"), L"Item");
     copy.Call(L"Delete");
 
-    folder.Call(L"MoveTo", {_variant_t(archive.Raw())});
+    folder.Call(L"MoveTo", {archive});
     EXPECT_EQ(folder.TryGet(L"Name").Status(), MAPI_E_OBJECT_DELETED) << "another store has another folder";
-    EXPECT_EQ(Folder(archive, L"Orders").Child(L"Items").Number(L"Count"), 1);
+    const Object orders = archived.Item(L"Orders");
+    EXPECT_EQ(orders.Child(L"Items").Number(L"Count"), 1);
     EXPECT_EQ(inbox.Child(L"Folders").Number(L"Count"), 0);
-    EXPECT_EQ(inbox.TryCall(L"MoveTo", {_variant_t(archive.Raw())}).Status(), E_ACCESSDENIED);
-    EXPECT_EQ(inbox.TryPut(L"Name", Value(L"Post")).Status(), E_ACCESSDENIED);
-    const Object orders = Folder(archive, L"Orders");
-    EXPECT_EQ(orders.TryCall(L"MoveTo", {_variant_t(orders.Raw())}).Status(), MAPI_E_FOLDER_CYCLE);
+    EXPECT_EQ(inbox.Status(L"MoveTo", {archive}), E_ACCESSDENIED);
+    EXPECT_EQ(inbox.TryPut(L"Name", L"Post").Status(), E_ACCESSDENIED);
+    EXPECT_EQ(orders.Status(L"MoveTo", {orders}), MAPI_E_FOLDER_CYCLE);
 }
 
 TEST_F(FolderTest, DeletedFoldersGoToDeletedItemsFirst) {
-    const Object inbox = DefaultFolder(kInbox);
-    const Object deleted = DefaultFolder(kDeletedItems);
+    const Object inbox = DefaultFolder(kInbox), folders = inbox.Child(L"Folders");
+    const Object deleted = DefaultFolder(kDeletedItems).Child(L"Folders");
     for (int i = 0; i < 2; ++i)
-        inbox.Child(L"Folders").Child(L"Add", {Value(L"Jobs")}).Call(L"Delete");
-    const Object again = inbox.Child(L"Folders").Child(L"Add", {Value(L"Jobs")});
-    inbox.Child(L"Folders").Call(L"Remove", {Value(1)});
+        folders.Child(L"Add", {L"Jobs"}).Call(L"Delete");
+    const Object again = folders.Child(L"Add", {L"Jobs"});
+    folders.Call(L"Remove", {1});
     EXPECT_EQ(again.Text(L"FolderPath"), L"\\\\Front Desk\\Deleted Items\\Jobs2");
-    EXPECT_EQ(deleted.Child(L"Folders").Number(L"Count"), 3);
+    EXPECT_EQ(deleted.Number(L"Count"), 3);
     again.Call(L"Delete");
     EXPECT_EQ(again.TryGet(L"Name").Status(), MAPI_E_OBJECT_DELETED);
-    EXPECT_EQ(deleted.Child(L"Folders").Number(L"Count"), 2);
-    EXPECT_EQ(inbox.TryCall(L"Delete").Status(), E_ACCESSDENIED);
-    EXPECT_EQ(inbox.Child(L"Folders").TryCall(L"Remove", {Value(1)}).description,
-              L"Array index out of bounds.");
+    EXPECT_EQ(deleted.Number(L"Count"), 2);
+    EXPECT_EQ(inbox.Status(L"Delete"), E_ACCESSDENIED);
+    EXPECT_EQ(folders.TryCall(L"Remove", {1}).description, kOutOfBounds);
 }
 
 TEST_F(FolderTest, StorageItemsAreFoundOrMade) {
     const Object inbox = DefaultFolder(kInbox);
-    const Object made = inbox.Child(L"GetStorage", {Value(L"Settings"), Value(0)});
-    EXPECT_EQ(made.Number(L"Class"), 113);
+    const auto open = [&inbox](const std::wstring& by, int kind) {
+        return inbox.Child(L"GetStorage", {by, kind});
+    };
+    const Object made = open(L"Settings", 0);
+    Expect(made, {{L"Class", 113}, {L"EntryID", L""}});
     EXPECT_EQ(made.IdOf(L"MAPIOBJECT"), DISPID_UNKNOWN) << "a storage item has none";
-    made.Put(L"Body", Value(L"colour=red"));
-    EXPECT_EQ(made.Text(L"EntryID"), L"");
+    PutAll(made, {{L"Body", L"colour=red"}, {L"Creator", L"A solution"}});
     made.Call(L"Save");
     const std::wstring id = made.Text(L"EntryID");
-    EXPECT_EQ(inbox.Child(L"Items").Number(L"Count"), 0) << "hidden";
-    EXPECT_EQ(inbox.Child(L"GetStorage", {Value(L"settings"), Value(0)}).Text(L"Body"), L"colour=red");
-    EXPECT_EQ(inbox.Child(L"GetStorage", {Value(id), Value(1)}).Text(L"Subject"), L"Settings");
-    EXPECT_EQ(inbox.Child(L"GetStorage", {Value(L"IPM.Storage"), Value(2)}).Text(L"EntryID"), id);
-    EXPECT_EQ(inbox.Child(L"GetStorage", {Value(L"IPM.Mine"), Value(2)}).Text(L"EntryID"), L"");
-    EXPECT_EQ(NameSpace().Child(L"GetItemFromID", {Value(id)}).Number(L"Class"), 113);
-    EXPECT_EQ(inbox.TryCall(L"GetStorage", {Value(inbox.Text(L"EntryID")), Value(1)}).Status(),
-              MAPI_E_NOT_FOUND);
-    EXPECT_EQ(inbox.TryCall(L"GetStorage", {Value(L"x"), Value(3)}).Status(), E_INVALIDARG);
-    EXPECT_EQ(inbox.TryCall(L"GetStorage", {Value(L""), Value(0)}).Status(), E_INVALIDARG);
+    EXPECT_EQ(Items(kInbox).Number(L"Count"), 0) << "hidden";
+    Expect(open(L"settings", 0), {{L"Body", L"colour=red"}, {L"Creator", L"A solution"}});
+    EXPECT_EQ(open(id, 1).Text(L"Subject"), L"Settings");
+    EXPECT_EQ(open(L"IPM.Storage", 2).Text(L"EntryID"), id);
+    EXPECT_EQ(open(L"IPM.Mine", 2).Text(L"EntryID"), L"");
+    EXPECT_EQ(NameSpace().Child(L"GetItemFromID", {id}).Number(L"Class"), 113);
+    EXPECT_EQ(inbox.Status(L"GetStorage", {inbox.Text(L"EntryID"), 1}), MAPI_E_NOT_FOUND);
+    EXPECT_EQ(inbox.Status(L"GetStorage", {L"x", 3}), E_INVALIDARG);
+    EXPECT_EQ(inbox.Status(L"GetStorage", {L"", 0}), E_INVALIDARG);
     made.Call(L"Delete");
-    EXPECT_EQ(DefaultFolder(kDeletedItems).Child(L"Items").Number(L"Count"), 0);
+    EXPECT_EQ(Items(kDeletedItems).Number(L"Count"), 0);
 }
 
 TEST_F(FolderTest, UnreadItemsAreCounted) {
@@ -173,7 +142,7 @@ TEST_F(FolderTest, UnreadItemsAreCounted) {
     AddItem(inbox, L"Read");
     const Object item = AddItem(inbox, L"Unread");
     EXPECT_EQ(inbox.Number(L"UnReadItemCount"), 0);
-    item.Put(L"UnRead", Value(true));
+    item.Put(L"UnRead", true);
     EXPECT_EQ(inbox.Number(L"UnReadItemCount"), 0) << "not saved yet";
     item.Call(L"Save");
     EXPECT_EQ(inbox.Number(L"UnReadItemCount"), 1);

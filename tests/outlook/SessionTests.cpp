@@ -9,106 +9,63 @@ namespace {
 using SessionTest = OutlookTest;
 
 TEST_F(SessionTest, LogonTakesTheProfileThereIs) {
-    struct Row {
-        _variant_t profile;
-        HRESULT status;
-    };
-    const Row rows[] = {
-        {Value(L"Outlook"), S_OK},
-        {Value(L"outlook"), S_OK},
-        {Value(L""), S_OK},
-        {Missing(), S_OK},
-        {Value(L"Nobody"), MAPI_E_FAILONEPROVIDER},
-    };
-    for (const Row& row : rows) {
-        const Object nameSpace = Application().Child(L"GetNamespace", {Value(L"MAPI")});
-        EXPECT_EQ(
-            nameSpace.TryCall(L"Logon", {row.profile, Value(L"secret"), Value(true), Value(true)}).Status(),
-            row.status);
-    }
-}
-
-TEST_F(SessionTest, ASessionThatRunsTakesNoOtherProfile) {
+    const std::pair<Value, HRESULT> rows[] = {
+        {L"outlook", S_OK}, {L"", S_OK}, {Missing(), S_OK}, {L"Nobody", MAPI_E_FAILONEPROVIDER}};
+    for (const auto& [profile, status] : rows)
+        EXPECT_EQ(QuietNameSpace().Status(L"Logon", {profile, L"secret", true, true}), status);
     const Object nameSpace = NameSpace();
-    EXPECT_EQ(nameSpace.TryCall(L"Logon", {Value(L"Nobody")}).Status(), S_OK);
+    EXPECT_EQ(nameSpace.Status(L"Logon", {L"Nobody"}), S_OK) << "a session that runs takes no other";
     EXPECT_EQ(nameSpace.Text(L"CurrentProfileName"), L"Outlook");
     nameSpace.Call(L"Logoff");
-    EXPECT_EQ(nameSpace.TryCall(L"Logon", {Value(L"Nobody")}).Status(), MAPI_E_FAILONEPROVIDER);
+    EXPECT_EQ(nameSpace.Status(L"Logon", {L"Nobody"}), MAPI_E_FAILONEPROVIDER);
 }
 
 TEST_F(SessionTest, MembersLogOnByThemselvesWhereNobodyDid) {
-    const Object nameSpace = Application().Child(L"GetNamespace", {Value(L"MAPI")});
-    EXPECT_EQ(nameSpace.Child(L"Folders").Number(L"Count"), 3);
+    EXPECT_EQ(QuietNameSpace().Child(L"Folders").Number(L"Count"), 3);
 }
 
 TEST_F(SessionTest, HostsCanHaveLogonRefused) {
     Outlook().RefuseLogon(MAPI_E_LOGON_FAILED);
-    const Object nameSpace = Application().Child(L"GetNamespace", {Value(L"MAPI")});
-    EXPECT_EQ(nameSpace.TryCall(L"Logon", {Value(L"Outlook")}).Status(), MAPI_E_LOGON_FAILED);
-    EXPECT_EQ(nameSpace.TryCall(L"GetDefaultFolder", {Value(kInbox)}).Status(), MAPI_E_LOGON_FAILED);
+    EXPECT_EQ(QuietNameSpace().Status(L"Logon", {L"Outlook"}), MAPI_E_LOGON_FAILED);
+    EXPECT_EQ(QuietNameSpace().Status(L"GetDefaultFolder", {kInbox}), MAPI_E_LOGON_FAILED);
     EXPECT_EQ(Application().Text(L"Name"), L"Outlook");
 }
 
 TEST_F(SessionTest, HostsCanHaveNothingInPlaceOfObjects) {
     const Object nameSpace = NameSpace();
+    const _variant_t session = nameSpace.Get(L"MAPIOBJECT");
+    ASSERT_EQ(session.vt, VT_UNKNOWN);
+    ASSERT_NE(session.punkVal, nullptr);
+    EXPECT_EQ(nameSpace.Get(L"MAPIOBJECT").punkVal, session.punkVal) << "the same each time";
     Outlook().WithholdMapiObject(true);
-    const Answer mapi = nameSpace.TryGet(L"MAPIOBJECT");
-    EXPECT_EQ(mapi.status, S_OK);
-    EXPECT_EQ(mapi.value.vt, VT_UNKNOWN);
-    EXPECT_EQ(mapi.value.punkVal, nullptr);
+    const _variant_t noSession = nameSpace.Get(L"MAPIOBJECT");
+    EXPECT_EQ(noSession.vt, VT_UNKNOWN);
+    EXPECT_EQ(noSession.punkVal, nullptr);
     Outlook().WithholdNamespace(true);
-    const Answer answer = Application().TryCall(L"GetNamespace", {Value(L"MAPI")});
-    EXPECT_EQ(answer.status, S_OK);
-    EXPECT_EQ(answer.value.vt, VT_DISPATCH);
-    EXPECT_EQ(answer.value.pdispVal, nullptr);
-}
-
-TEST_F(SessionTest, TheMapiSessionIsTheSameEachTime) {
-    const Object nameSpace = NameSpace();
-    const _variant_t first = nameSpace.Get(L"MAPIOBJECT");
-    ASSERT_EQ(first.vt, VT_UNKNOWN);
-    ASSERT_NE(first.punkVal, nullptr);
-    EXPECT_EQ(nameSpace.Get(L"MAPIOBJECT").punkVal, first.punkVal);
+    const _variant_t noNameSpace = Application().Call(L"GetNamespace", {L"MAPI"});
+    EXPECT_EQ(noNameSpace.vt, VT_DISPATCH);
+    EXPECT_EQ(noNameSpace.pdispVal, nullptr);
 }
 
 TEST_F(SessionTest, OnlyMapiIsANameSpace) {
-    EXPECT_EQ(Application().TryCall(L"GetNamespace", {Value(L"LDAP")}).Status(), E_INVALIDARG);
-    EXPECT_EQ(Application().Child(L"GetNamespace", {Value(L"mapi")}).Text(L"Type"), L"MAPI");
+    EXPECT_EQ(Application().Status(L"GetNamespace", {L"LDAP"}), E_INVALIDARG);
+    EXPECT_EQ(Application().Child(L"GetNamespace", {L"mapi"}).Text(L"Type"), L"MAPI");
 }
 
 TEST_F(SessionTest, DefaultFoldersAreFoundByNumber) {
-    struct Row {
-        int number;
-        HRESULT status;
-        const wchar_t* path;
-        int itemType;
+    const std::tuple<int, std::wstring, int> rows[] = {
+        {3, L"Deleted Items", 0}, {4, L"Outbox", 0},    {5, L"Sent Items", 0},   {6, L"Inbox", 0},
+        {9, L"Calendar", 1},      {10, L"Contacts", 2}, {11, L"Journal", 4},     {12, L"Notes", 5},
+        {13, L"Tasks", 3},        {16, L"Drafts", 0},   {23, L"Junk E-mail", 0},
     };
-    const Row rows[] = {
-        {3, S_OK, L"\\\\Front Desk\\Deleted Items", 0},
-        {4, S_OK, L"\\\\Front Desk\\Outbox", 0},
-        {5, S_OK, L"\\\\Front Desk\\Sent Items", 0},
-        {6, S_OK, L"\\\\Front Desk\\Inbox", 0},
-        {9, S_OK, L"\\\\Front Desk\\Calendar", 1},
-        {10, S_OK, L"\\\\Front Desk\\Contacts", 2},
-        {11, S_OK, L"\\\\Front Desk\\Journal", 4},
-        {12, S_OK, L"\\\\Front Desk\\Notes", 5},
-        {13, S_OK, L"\\\\Front Desk\\Tasks", 3},
-        {16, S_OK, L"\\\\Front Desk\\Drafts", 0},
-        {18, S_OK, L"\\\\Public Folders\\All Public Folders", 0},
-        {23, S_OK, L"\\\\Front Desk\\Junk E-mail", 0},
-        {28, MAPI_E_NOT_FOUND, nullptr, 0},
-        {0, E_INVALIDARG, nullptr, 0},
-        {99, E_INVALIDARG, nullptr, 0},
-    };
-    const Object nameSpace = NameSpace();
-    for (const Row& row : rows) {
-        const Answer answer = nameSpace.TryCall(L"GetDefaultFolder", {Value(row.number)});
-        EXPECT_EQ(answer.Status(), row.status) << row.number;
-        if (FAILED(row.status))
-            continue;
-        EXPECT_EQ(Object(answer.value).Text(L"FolderPath"), row.path);
-        EXPECT_EQ(Object(answer.value).Number(L"DefaultItemType"), row.itemType) << row.path;
-    }
+    for (const auto& [number, name, itemType] : rows)
+        Expect(DefaultFolder(number),
+               {{L"FolderPath", L"\\\\Front Desk\\" + name}, {L"DefaultItemType", itemType}});
+    Expect(DefaultFolder(18),
+           {{L"FolderPath", L"\\\\Public Folders\\All Public Folders"}, {L"DefaultItemType", 0}});
+    for (const auto& [number, status] :
+         {std::pair{28, MAPI_E_NOT_FOUND}, {0, E_INVALIDARG}, {99, E_INVALIDARG}})
+        EXPECT_EQ(NameSpace().Status(L"GetDefaultFolder", {number}), status) << number;
 }
 
 TEST_F(SessionTest, ObjectsAreFoundByTheirIds) {
@@ -116,22 +73,17 @@ TEST_F(SessionTest, ObjectsAreFoundByTheirIds) {
     const Object inbox = DefaultFolder(kInbox);
     const std::wstring folderId = inbox.Text(L"EntryID"), storeId = inbox.Text(L"StoreID");
     const std::wstring itemId = AddItem(inbox, L"Found").Text(L"EntryID");
-    EXPECT_EQ(nameSpace.Child(L"GetFolderFromID", {Value(folderId)}).Text(L"Name"), L"Inbox");
-    EXPECT_EQ(nameSpace.Child(L"GetItemFromID", {Value(itemId), Value(storeId)}).Text(L"Subject"), L"Found");
-    EXPECT_EQ(nameSpace.Child(L"GetItemFromID", {Value(itemId), Missing()}).Text(L"EntryID"), itemId);
-    EXPECT_TRUE(static_cast<bool>(nameSpace.Call(L"CompareEntryIDs", {Value(itemId), Value(itemId)})));
-    EXPECT_FALSE(static_cast<bool>(nameSpace.Call(L"CompareEntryIDs", {Value(itemId), Value(folderId)})));
+    EXPECT_EQ(nameSpace.Child(L"GetFolderFromID", {folderId}).Text(L"Name"), L"Inbox");
+    EXPECT_EQ(nameSpace.Child(L"GetItemFromID", {itemId, storeId}).Text(L"Subject"), L"Found");
+    EXPECT_EQ(nameSpace.Child(L"GetItemFromID", {itemId, Missing()}).Text(L"EntryID"), itemId);
+    EXPECT_EQ(nameSpace.Call(L"CompareEntryIDs", {itemId, itemId}), Value(true));
+    EXPECT_EQ(nameSpace.Call(L"CompareEntryIDs", {itemId, folderId}), Value(false));
 
     std::wstring gone = itemId;
     constexpr std::size_t kPadding = 4;
     wchar_t& digit = gone[gone.size() - kPadding - 1]; // the last of the message's number
     digit = digit == L'0' ? L'1' : L'0';
-    struct Row {
-        const wchar_t* member;
-        std::wstring id;
-        HRESULT status;
-    };
-    const Row rows[] = {
+    const std::tuple<const wchar_t*, std::wstring, HRESULT> rows[] = {
         {L"GetItemFromID", gone, MAPI_E_NOT_FOUND},
         {L"GetItemFromID", folderId, MAPI_E_NOT_FOUND},
         {L"GetItemFromID", L"", MAPI_E_INVALID_ENTRYID},
@@ -142,44 +94,31 @@ TEST_F(SessionTest, ObjectsAreFoundByTheirIds) {
         {L"GetFolderFromID", storeId, MAPI_E_INVALID_ENTRYID},
         {L"CompareEntryIDs", L"x", DISP_E_BADPARAMCOUNT},
     };
-    for (const Row& row : rows)
-        EXPECT_EQ(nameSpace.TryCall(row.member, {Value(row.id)}).Status(), row.status) << row.id;
-    EXPECT_EQ(nameSpace.TryCall(L"GetItemFromID", {Value(itemId), Value(folderId)}).Status(),
-              MAPI_E_NOT_FOUND)
-        << "no store";
+    for (const auto& [member, id, status] : rows)
+        EXPECT_EQ(nameSpace.Status(member, {id}), status) << id;
+    EXPECT_EQ(nameSpace.Status(L"GetItemFromID", {itemId, folderId}), MAPI_E_NOT_FOUND) << "no store";
 }
 
 TEST_F(SessionTest, SharedFoldersBelongToRecipientsWithAMailbox) {
-    struct Row {
-        const wchar_t* name;
-        int folder;
-        HRESULT status;
-    };
-    const Row rows[] = {
-        {L"Back Office", kCalendar, S_OK},
-        {L"back.office@example.com", kContacts, S_OK},
-        {L"Back Office", kInbox, S_OK},
-        {L"Back Office", kTasks, MAPI_E_NOT_FOUND},
-        {L"Back Office", kDeletedItems, E_INVALIDARG},
-        {L"Back Office", 99, E_INVALIDARG},
-        {L"Warehouse", kCalendar, MAPI_E_NOT_FOUND},
-        {L"Service", kCalendar, MAPI_E_NOT_FOUND},
-        {L"Nobody", kCalendar, MAPI_E_NOT_FOUND},
-    };
+    const std::tuple<const wchar_t*, int, HRESULT> rows[] = {{L"Back Office", kCalendar, S_OK},
+                                                             {L"back.office@example.com", kContacts, S_OK},
+                                                             {L"Back Office", kInbox, S_OK},
+                                                             {L"Back Office", kTasks, MAPI_E_NOT_FOUND},
+                                                             {L"Back Office", kDeletedItems, E_INVALIDARG},
+                                                             {L"Back Office", 99, E_INVALIDARG},
+                                                             {L"Warehouse", kCalendar, MAPI_E_NOT_FOUND},
+                                                             {L"Service", kCalendar, MAPI_E_NOT_FOUND},
+                                                             {L"Nobody", kCalendar, MAPI_E_NOT_FOUND}};
     const Object nameSpace = NameSpace();
-    for (const Row& row : rows) {
-        const Object recipient = nameSpace.Child(L"CreateRecipient", {Value(row.name)});
-        const Answer answer =
-            nameSpace.TryCall(L"GetSharedDefaultFolder", {_variant_t(recipient.Raw()), Value(row.folder)});
-        EXPECT_EQ(answer.Status(), row.status) << row.name << " " << row.folder;
-        if (SUCCEEDED(row.status)) {
+    for (const auto& [name, folder, status] : rows) {
+        const Object recipient = nameSpace.Child(L"CreateRecipient", {name});
+        const Answer answer = nameSpace.TryCall(L"GetSharedDefaultFolder", {recipient, folder});
+        EXPECT_EQ(answer.Status(), status) << name << " " << folder;
+        if (SUCCEEDED(status)) {
             EXPECT_TRUE(Object(answer.value).Text(L"FolderPath").starts_with(L"\\\\Back Office\\"));
         }
     }
-    const Object nobody;
-    EXPECT_EQ(
-        nameSpace.TryCall(L"GetSharedDefaultFolder", {_variant_t(nobody.Raw()), Value(kInbox)}).Status(),
-        E_INVALIDARG);
+    EXPECT_EQ(nameSpace.Status(L"GetSharedDefaultFolder", {Object(), kInbox}), E_INVALIDARG) << "nobody";
 }
 
 TEST_F(SessionTest, OnlyStoresThatAreOpenAreSearchedForIds) {
@@ -187,22 +126,22 @@ TEST_F(SessionTest, OnlyStoresThatAreOpenAreSearchedForIds) {
     mailbox::Store& office = *World().FindMailbox(L"Back Office");
     std::shared_ptr<mailbox::Message> message;
     ASSERT_EQ(office.SpecialFolder(kCalendar)->Receive({}, false, message), S_OK);
-    const _variant_t item = Value(mailbox::ToHex(message->Get<PR_ENTRYID>().value()));
-    const _variant_t folder = Value(mailbox::ToHex(office.SpecialFolder(kCalendar)->EntryId()));
-    const _variant_t store = Value(mailbox::ToHex(office.EntryId()));
+    const Value item = mailbox::ToHex(message->Get<PR_ENTRYID>().value()),
+                folder = mailbox::ToHex(office.SpecialFolder(kCalendar)->EntryId()),
+                store = mailbox::ToHex(office.EntryId());
     const Object nameSpace = NameSpace();
-    const auto find = [&](const _variant_t& where) {
-        const HRESULT status = nameSpace.TryCall(L"GetItemFromID", {item, where}).Status();
-        EXPECT_EQ(nameSpace.TryCall(L"GetFolderFromID", {folder, where}).Status(), status);
+    const auto find = [&](const Value& where) {
+        const HRESULT status = nameSpace.Status(L"GetItemFromID", {item, where});
+        EXPECT_EQ(nameSpace.Status(L"GetFolderFromID", {folder, where}), status);
         return status;
     };
     EXPECT_EQ(find(Missing()), MAPI_E_NOT_FOUND) << "nobody has opened the mailbox";
     EXPECT_TRUE(office.Names().Names().empty()) << "nor asked for names in it";
-    const Object recipient = nameSpace.Child(L"CreateRecipient", {Value(L"Back Office")});
-    nameSpace.Call(L"GetSharedDefaultFolder", {_variant_t(recipient.Raw()), Value(kContacts)});
+    const Object recipient = nameSpace.Child(L"CreateRecipient", {L"Back Office"});
+    nameSpace.Call(L"GetSharedDefaultFolder", {recipient, kContacts});
     EXPECT_EQ(find(Missing()), S_OK);
     EXPECT_FALSE(office.Names().Names().empty());
-    EXPECT_EQ(find(Value(DefaultFolder(kInbox).Text(L"StoreID"))), MAPI_E_NOT_FOUND) << "another store";
+    EXPECT_EQ(find(DefaultFolder(kInbox).Text(L"StoreID")), MAPI_E_NOT_FOUND) << "another store";
     nameSpace.Call(L"Logoff");
     nameSpace.Call(L"Logon");
     EXPECT_EQ(find(Missing()), MAPI_E_NOT_FOUND) << "a new session";
@@ -212,23 +151,13 @@ TEST_F(SessionTest, OnlyStoresThatAreOpenAreSearchedForIds) {
 
 /// A scenario over every part of the stand-in, for failing its calls one after the other.
 void Work(const Object& nameSpace) {
-    const Object inbox(nameSpace.TryCall(L"GetDefaultFolder", {Value(kInbox)}).value);
-    if (!inbox)
-        return;
+    const Object inbox(nameSpace.TryCall(L"GetDefaultFolder", {kInbox}).value);
     const Object items(inbox.TryGet(L"Items").value);
-    if (!items)
-        return;
     const Object item(items.TryCall(L"Add").value);
-    if (!item)
-        return;
-    item.TryPut(L"Subject", Value(L"Work"));
+    item.TryPut(L"Subject", L"Work");
     item.TryCall(L"Save");
-    const Object found(items.TryCall(L"Restrict", {Value(L"[Subject] = 'Work'")}).value);
-    if (found)
-        found.TryCall(L"Item", {Value(1)});
-    const Object list(nameSpace.TryCall(L"GetGlobalAddressList").value);
-    if (list)
-        list.TryGet(L"AddressEntries");
+    Object(items.TryCall(L"Restrict", {L"[Subject] = 'Work'"}).value).TryCall(L"Item", {1});
+    Object(nameSpace.TryCall(L"GetGlobalAddressList").value).TryGet(L"AddressEntries");
     item.TryCall(L"Delete");
 }
 
@@ -248,8 +177,7 @@ TEST_F(SessionTest, EachCallCanFailAndLeavesNothingBehind) {
     EXPECT_GT(failed, 15);
     const Object folder = DefaultFolder(kInbox);
     Watch().FailCall(1, kStatus, {standin::Side::Outlook});
-    const Answer answer = folder.Invoke(folder.IdOf(L"Name"), DISPATCH_PROPERTYGET, {});
-    EXPECT_EQ(answer.status, DISP_E_MEMBERNOTFOUND) << "the failed call was that for the id";
+    EXPECT_EQ(folder.IdOf(L"Name"), DISPID_UNKNOWN);
     const DISPID name = folder.IdOf(L"Name");
     Watch().FailCall(1, kStatus, {standin::Side::Outlook});
     const Answer failure = folder.Invoke(name, DISPATCH_PROPERTYGET, {});

@@ -18,24 +18,13 @@ void PutNamed(PropertyBag& bag, NamedProperties& names, const NamedValue& named)
     bag.Put(MakeTag(names.Id({*named.set, named.number}, true), TypeOf(named.value)), named.value);
 }
 
-std::wstring Shown(const std::wstring& date) {
-    DATE value = 0;
-    EXPECT_EQ(VarDateFromStr(const_cast<LPOLESTR>(date.c_str()), LOCALE_USER_DEFAULT, 0, &value), S_OK)
-        << testing::PrintToString(date);
-    BSTR text = nullptr;
-    VarBstrFromDate(value, LOCALE_USER_DEFAULT, 0, &text);
-    const std::wstring shown(text, SysStringLen(text));
-    SysFreeString(text);
-    return shown;
-}
-
 void CalendarTest::SetUp() {
     LogOn();
-    ASSERT_EQ(Call(L"VARD_OpenFolder", {L"/Calendar"}), L"0");
+    Open(L"/Calendar");
 }
 
 void CalendarTest::NewAppointment(const std::wstring& subject, const std::wstring& start) {
-    ASSERT_EQ(Call(L"VARD_NewRecord", {L"Calendar"}), L"0");
+    New(L"Calendar");
     EXPECT_EQ(Set(L"Subject", subject), L"0");
     EXPECT_EQ(Set(L"Start", start), L"0");
     EXPECT_EQ(Set(L"Duration", L"30"), L"0");
@@ -62,7 +51,7 @@ void CalendarTest::OpenAppointment(MessageToAdd appointment, std::vector<NamedVa
     content.recipients = std::move(recipients);
     std::shared_ptr<Message> message;
     ASSERT_EQ(Calendar().Receive(std::move(content), false, message), S_OK);
-    ASSERT_EQ(Call(L"VARD_OpenRecord", {ToHex(message->EntryId())}), L"0");
+    OpenRecord(ToHex(message->EntryId()));
 }
 
 } // namespace varden::tests

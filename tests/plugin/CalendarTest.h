@@ -2,7 +2,7 @@
 // named properties behind their fields.
 #pragma once
 
-#include "ScriptTest.h"
+#include "MailboxTest.h"
 
 namespace varden::tests {
 
@@ -29,20 +29,13 @@ std::optional<StoredValue> Named(const standin::mailbox::PropertyObject& object,
 void PutNamed(standin::mailbox::PropertyBag& bag, standin::mailbox::NamedProperties& names,
               const NamedValue& named);
 
-/// The date as the user's locale writes it.
-std::wstring Shown(const std::wstring& date);
-
-class CalendarTest : public ScriptTest {
+class CalendarTest : public MailboxTest {
 protected:
-    explicit CalendarTest(const wchar_t* file = kShippedPlugin) : ScriptTest(file) {}
+    explicit CalendarTest(const wchar_t* file = kShippedPlugin) : MailboxTest(file) {}
 
     void SetUp() override;
 
-    standin::mailbox::Folder& Calendar() { return FolderAt(World(), L"Front Desk", L"Calendar"); }
-    std::wstring Get(const wchar_t* field) { return Call(L"VARD_GetFieldData", {field}); }
-    std::wstring Set(const wchar_t* field, const std::wstring& data) {
-        return Call(L"VARD_SetFieldData", {field, data});
-    }
+    standin::mailbox::Folder& Calendar() { return At(L"Calendar"); }
     /// A new appointment of half an hour, not yet saved.
     void NewAppointment(const std::wstring& subject, const std::wstring& start);
     /// Saves it and leaves it current; gives its entry id.

@@ -1,5 +1,6 @@
 // Custom fields: entered in a folder's list, written through the item, read back as named properties.
 #include "FieldTest.h"
+#include "ItemClasses.h"
 
 #include "standin/mailbox/Tags.h"
 
@@ -18,11 +19,6 @@ protected:
     std::wstring GetCustom(const std::wstring& field) { return Call(L"VARD_GetCustomFieldData", {field}); }
     std::wstring Create(const wchar_t* field, const wchar_t* type) {
         return Call(L"VARD_CreateCustomField", {field, type});
-    }
-    /// Puts a property of this name on a message.
-    void PutCustom(MessageToAdd& message, const wchar_t* name, PropertyType type, PropertyValue value) {
-        const PropertyId id = Home().Names().Id({kPsPublicStrings, name}, true);
-        message.more.Put(PROP_TAG(type, id), std::move(value));
     }
     /// The type of a field of the folder's list; 0 for none of the name.
     std::int32_t TypeOfField(const std::wstring& name) {
@@ -103,97 +99,80 @@ TEST_F(CustomFieldTest, AFieldThatIsThereKeepsItsType) {
 }
 
 TEST_F(CustomFieldTest, WhateverTypeAPropertyHasIsReadAsText) {
-    MessageToAdd order{.subject = L"Order"};
-    PutCustom(order, L"Narrow", PT_STRING8, std::string("abc"));
-    PutCustom(order, L"Wide", PT_UNICODE, L"\u00fc\u4e2d");
-    PutCustom(order, L"Short", PT_I2, std::int16_t{5});
-    PutCustom(order, L"Blob", PT_BINARY, Bytes{1, 2});
-    PutCustom(order, L"Long", PT_LONG, std::int32_t{-7});
-    PutCustom(order, L"List", PT_MV_UNICODE, std::vector<std::wstring>{L"a", L"", L"c"});
-    PutCustom(order, L"Empty list", PT_MV_UNICODE, std::vector<std::wstring>{});
-    PutCustom(order, L"Numbers", PT_MV_LONG, std::vector<std::int32_t>{1, 2});
-    PutCustom(order, L"No date", PT_SYSTIME, Utc(4501, 1, 1));
-    PutCustom(order, L"Early", PT_SYSTIME, SysTime{0});
-    PutCustom(order, L"Late", PT_SYSTIME, SysTime{~0ull});
-    Home().Names().Id({kPsPublicStrings, L"Known"}, true);
-    Open(order);
-    const std::vector<std::pair<const wchar_t*, const wchar_t*>> fields{
-        {L"Narrow", L"abc"},  {L"Wide", L"\u00fc\u4e2d"},
-        {L"Short", L""},      {L"Blob", L""},
-        {L"Long", L"-7"},     {L"List", L"a\r\rc"},
-        {L"Empty list", L""}, {L"Numbers", L""},
-        {L"No date", L""},    {L"Late", L""},
-        {L"Known", L""},
+    const std::vector<std::tuple<const wchar_t*, PropertyValue, const wchar_t*>> properties{
+        {L"Narrow", std::string("abc"), L"abc"},
+        {L"Wide", L"\u00fc\u4e2d", L"\u00fc\u4e2d"},
+        {L"Short", std::int16_t{5}, L""},
+        {L"Blob", Bytes{1, 2}, L""},
+        {L"Long", -7, L"-7"},
+        {L"List", Strings{L"a", L"", L"c"}, L"a\r\rc"},
+        {L"Empty list", Strings{}, L""},
+        {L"Numbers", std::vector<std::int32_t>{1, 2}, L""},
+        {L"No date", Utc(4501, 1, 1), L""},
+        {L"Late", SysTime{~0ull}, L""},
     };
-    for (const auto& [name, text] : fields) {
+    MessageToAdd order{.subject = L"Order"};
+    for (const auto& [name, value, text] : properties) {
+        Put(order, {StoredProperty(kPsPublicStrings, name, value)});
+    }
+    Home().Names().Id({kPsPublicStrings, L"Known"}, true);
+    Put(order, {StoredProperty(kPsPublicStrings, L"Early", SysTime{0})});
+    Open(order);
+    for (const auto& [name, value, text] : properties) {
         EXPECT_EQ(GetCustom(name), text) << testing::PrintToString(name);
         EXPECT_EQ(LastErrorCode(), 0);
     }
+    EXPECT_EQ(GetCustom(L"Known"), L"");
     EXPECT_NE(GetCustom(L"Early"), kError);
 }
 
 TEST_F(CustomFieldTest, AFieldThatCannotBeReadIsMissing) {
     const std::wstring missing = L"Custom field does not exist";
     ExpectFailure(L"VARD_GetCustomFieldData", {L""}, -1011, L"Missing Field Name Parameter");
-    ASSERT_EQ(Call(L"VARD_OpenFolder", {L"/Inbox"}), L"0");
-    ExpectFailure(L"VARD_GetCustomFieldData", {L"Price"}, 1,
-                  L"Unhandled exception in function"); // a folder, but no record
+    ExpectFailure(L"VARD_GetCustomFieldData", {L"Price"}, errors::kUnhandled); // a folder, but no record
     Open({.subject = L"Order"});
     ExpectFailure(L"VARD_GetCustomFieldData", {L"Nobody has it"}, -1019,
                   missing + L"\rField does not have an ID");
-    Varden().Watch().FailMember(L"IMessage::GetIDsFromNames", E_ACCESSDENIED);
-    ExpectFailure(L"VARD_GetCustomFieldData", {L"Price"}, -1019, missing);
     SetCustom(L"Price", L"10", L"Number");
-    Varden().Watch().FailMember(L"IMessage::GetProps", E_ACCESSDENIED);
-    ExpectFailure(L"VARD_GetCustomFieldData", {L"Price"}, -1019,
-                  missing + L"\rError: 80070005\rError getting custom filed value");
+    ExpectFaults(
+        L"VARD_GetCustomFieldData", {L"Price"},
+        {{L"IMessage::GetIDsFromNames", {-1019, missing}},
+         {L"IMessage::GetProps", {-1019, missing + L"\rError: 80070005\rError getting custom filed value"}}});
 }
 
 TEST_F(CustomFieldTest, WritesThatFailAreToldStepByStep) {
-    ExpectFailure(L"VARD_SetCustomFieldData", {L"Price", L"10", L"Number"}, -1023,
-                  L"Item operation called without opening/creating a record");
+    ExpectFailure(L"VARD_SetCustomFieldData", {L"Price", L"10", L"Number"}, errors::kNoRecord);
     Open({.subject = L"Order"});
     ExpectFailure(L"VARD_SetCustomFieldData", {L"", L"10", L"Number"}, -1011,
                   L"Missing Field Name Parameter");
     ExpectFailure(L"VARD_SetCustomFieldData", {L"Price", L"10", L"Money"}, -1094,
                   L"Invalid type for custom field");
-    const std::wstring refused = L"MAPI Subsystem error\rError: 80070005\rMAPI_E_NO_ACCESS\r";
-    Varden().Watch().FailMember(L"UserProperties::Find", E_ACCESSDENIED);
-    ExpectFailure(L"VARD_SetCustomFieldData", {L"Price", L"10", L"Number"}, -1097,
-                  refused + L"Unable to access user properties field");
-    Varden().Watch().FailMember(L"UserProperties::Add", E_ACCESSDENIED);
-    EXPECT_EQ(SetCustom(L"Price", L"10", L"Number"), kError); // left to the function around it
-    EXPECT_EQ(LastErrorCode(), 0);
-    EXPECT_NE(LastErrorText().find(L"Error: 80070005"), std::wstring::npos);
-    Varden().Watch().FailMember(L"UserProperty::put_Value", E_ACCESSDENIED);
-    ExpectFailure(L"VARD_SetCustomFieldData", {L"Price", L"10", L"Number"}, -1097,
-                  refused + L"Failed to set Custom Field Value");
-    Varden().Watch().FailMember(L"MailItem::UserProperties", S_FALSE); // a success without a collection
-    ExpectFailure(L"VARD_SetCustomFieldData", {L"Price", L"10", L"Number"}, -1093,
-                  L"User properties unavailable for item");
-    Varden().Watch().FailMember(L"UserProperties::Add", S_FALSE);
-    ExpectFailure(L"VARD_SetCustomFieldData", {L"Other", L"10", L"Number"}, -1097,
-                  L"MAPI Subsystem error\rUnable to create custom field");
+    Fail(L"UserProperties::Add"); // left to the function around it
+    ExpectComError(L"VARD_SetCustomFieldData", {L"Price", L"10", L"Number"});
+    ExpectFaults(L"VARD_SetCustomFieldData", {L"Price", L"10", L"Number"},
+                 {Denied(L"UserProperties::Find", L"Unable to access user properties field"),
+                  // Successes that give nothing.
+                  {L"UserProperties::Add", errors::Mapi(L"Unable to create custom field"), S_FALSE},
+                  {L"MailItem::UserProperties", {-1093, L"User properties unavailable for item"}, S_FALSE},
+                  Denied(L"UserProperty::put_Value", L"Failed to set Custom Field Value")});
     EXPECT_EQ(SetCustom(L"Price", L"10", L"Number"), L"0");
 }
 
 TEST_F(CustomFieldTest, EveryKindButNotesHasCustomFields) {
-    for (const wchar_t* messageClass :
-         {L"IPM.Appointment", L"IPM.Contact", L"IPM.DistList", L"IPM.Document.txtfile", L"IPM.Activity",
-          L"IPM.Note", L"IPM.Schedule.Meeting.Request", L"IPM.Post", L"IPM.Remote", L"REPORT.IPM.Note.NDR",
-          L"IPM.Sharing", L"IPM.Task", L"IPM.TaskRequest", L"IPM.TaskRequest.Accept",
-          L"IPM.TaskRequest.Decline", L"IPM.TaskRequest.Update"}) {
+    for (const std::wstring messageClass : kItemClasses) {
         SCOPED_TRACE(testing::PrintToString(messageClass));
         Open({.messageClass = messageClass, .subject = L"Order"});
+        if (messageClass == L"IPM.StickyNote") {
+            ExpectFailure(L"VARD_SetCustomFieldData", {L"Price", L"10", L"Number"}, -1092,
+                          L"Item does not support custom fields");
+            continue;
+        }
         EXPECT_EQ(SetCustom(L"Price", L"10", L"Number"), L"0") << testing::PrintToString(LastErrorText());
         EXPECT_EQ(GetCustom(L"Price"), L"10.000000");
     }
     Open({.messageClass = L"IPM.Storage"});
     EXPECT_EQ(SetCustom(L"Price", L"10", L"Number"), L"0");
     EXPECT_EQ(GetCustom(L"Price"), L""); // Outlook gives no MAPI view of an open storage item
-    Open({.messageClass = L"IPM.StickyNote"});
-    ExpectFailure(L"VARD_SetCustomFieldData", {L"Price", L"10", L"Number"}, -1092,
-                  L"Item does not support custom fields");
 }
 
 TEST_F(CustomFieldTest, AFieldIsEnteredInTheFolderWithoutAnItemOfItsOwn) {
@@ -201,7 +180,7 @@ TEST_F(CustomFieldTest, AFieldIsEnteredInTheFolderWithoutAnItemOfItsOwn) {
     EXPECT_TRUE(Home().Messages().empty());
     EXPECT_EQ(TypeOfField(L"Price"), 14);
     AddMessage(Home(), {.subject = L"Order"});
-    ASSERT_EQ(Call(L"VARD_OpenFolder", {L"/Inbox"}), L"0");
+    MailboxTest::Open(L"/Inbox");
     Call(L"VARD_GetFirstRecord");
     const std::vector<std::pair<const wchar_t*, std::int32_t>> types{
         {L"Date", 5},   {L"Time", 5},     {L"DateTime", 5}, {L"Duration", 7}, {L"Keywords", 11},
@@ -216,12 +195,11 @@ TEST_F(CustomFieldTest, AFieldIsEnteredInTheFolderWithoutAnItemOfItsOwn) {
     for (const wchar_t* messageClass : {L"IPM.TaskRequest.Accept", L"IPM.TaskRequest.Decline"}) {
         ASSERT_EQ(Home().RemoveMessage(*Home().Messages().front()), S_OK);
         AddMessage(Home(), {.messageClass = messageClass});
-        ASSERT_EQ(Call(L"VARD_OpenFolder", {L"/Inbox"}), L"0");
+        MailboxTest::Open(L"/Inbox");
         EXPECT_EQ(Create(messageClass, L"Number"), L"0") << testing::PrintToString(LastErrorText());
         EXPECT_EQ(TypeOfField(messageClass), 3);
     }
-    ExpectFailure(L"VARD_GetFieldData", {L"Subject"}, -1038,
-                  L"Unable to locate record\rno current message selected"); // the record was let go
+    ExpectNoCurrentRecord(); // the record was let go
 }
 
 TEST_F(CustomFieldTest, FieldsThatCannotBeEnteredAreToldStepByStep) {
@@ -232,40 +210,31 @@ TEST_F(CustomFieldTest, FieldsThatCannotBeEnteredAreToldStepByStep) {
                   L"Unable to access field or invalid custom field type");
     for (const wchar_t* member : {L"Items::Add", L"MailItem::UserProperties", L"UserProperties::Add"}) {
         SCOPED_TRACE(testing::PrintToString(member));
-        Varden().Watch().FailMember(member, E_ACCESSDENIED);
-        EXPECT_EQ(Create(L"Price", L"Text"), kError);
-        EXPECT_EQ(LastErrorCode(), 999);
-        EXPECT_EQ(LastErrorText().find(L"\rError: 80070005\nMessage:"), 0u);
+        Fail(member);
+        ExpectFailureLike(L"VARD_CreateCustomField", {L"Price", L"Text"},
+                          {999, L"\rError: 80070005\nMessage:"});
     }
-    Varden().Watch().FailMember(L"MailItem::UserProperties", S_FALSE);
-    ExpectFailure(L"VARD_CreateCustomField", {L"Price", L"Text"}, -1093,
-                  L"User properties unavailable for item");
-    Varden().Watch().FailMember(L"UserProperties::Add", S_FALSE);
-    ExpectFailure(L"VARD_CreateCustomField", {L"Price", L"Text"}, -1093,
-                  L"User properties unavailable for item\rUnable to create custom property");
+    const std::wstring unavailable = L"User properties unavailable for item";
+    ExpectFaults(
+        L"VARD_CreateCustomField", {L"Price", L"Text"},
+        {{L"MailItem::UserProperties", {-1093, unavailable}, S_FALSE},
+         {L"UserProperties::Add", {-1093, unavailable + L"\rUnable to create custom property"}, S_FALSE}});
     for (const wchar_t* messageClass : {L"IPM.Document.txtfile", L"IPM.StickyNote", L"IPM.Sharing"}) {
         AddMessage(Home(), {.messageClass = messageClass});
-        ASSERT_EQ(Call(L"VARD_OpenFolder", {L"/Inbox"}), L"0");
-        ExpectFailure(L"VARD_CreateCustomField", {L"Price", L"Text"}, -1095,
-                      L"Item is not supported in this version of the plug-in");
+        MailboxTest::Open(L"/Inbox");
+        ExpectFailure(L"VARD_CreateCustomField", {L"Price", L"Text"}, errors::kUnknownKind);
         ASSERT_EQ(Home().RemoveMessage(*Home().Messages().front()), S_OK);
     }
     EXPECT_TRUE(Home().UserFields().empty());
 }
 
-class CustomFieldSessionTest : public ScriptTest {};
+class CustomFieldSessionTest : public MailboxTest {};
 
 TEST_F(CustomFieldSessionTest, CustomFieldsNeedAFolder) {
-    LogOn();
-    ExpectFailure(L"VARD_GetCustomFieldData", {L""}, -1026, L"Must navigate to a folder before operation");
-    ExpectFailure(L"VARD_CreateCustomField", {L"", L"Money"}, -1026,
-                  L"Must navigate to a folder before operation");
-    const auto order = AddMessage(FolderAt(World(), L"Front Desk", L"Inbox"), {.subject = L"Order"});
-    ASSERT_EQ(Call(L"VARD_OpenRecord", {ToHex(order->EntryId())}), L"0"); // a folder, but no list of items
-    EXPECT_EQ(Call(L"VARD_CreateCustomField", {L"Price", L"Text"}), kError);
-    EXPECT_EQ(LastErrorCode(), 999);
-    EXPECT_EQ(LastErrorText().find(L"\rError: 80004003\nMessage:"), 0u)
-        << testing::PrintToString(LastErrorText());
+    ExpectFailure(L"VARD_GetCustomFieldData", {L""}, errors::kNoFolder);
+    ExpectFailure(L"VARD_CreateCustomField", {L"", L"Money"}, errors::kNoFolder);
+    OpenRecord(Add({.subject = L"Order"})); // a folder, but no list of items
+    ExpectFailureLike(L"VARD_CreateCustomField", {L"Price", L"Text"}, {999, L"\rError: 80004003\nMessage:"});
 }
 
 } // namespace

@@ -1,26 +1,24 @@
 // Records shown in Outlook's window, and messages passed on.
-#include "ScriptTest.h"
+#include "ItemClasses.h"
+#include "MailboxTest.h"
 
 namespace varden::tests {
 namespace {
 
 using namespace standin::mailbox;
 
-constexpr const wchar_t* kNoRecord = L"Item operation called without opening/creating a record";
-
 /// Passing on is built and not registered, so that the file with every function is needed.
-class DisplayTest : public ScriptTest {
+class DisplayTest : public MailboxTest {
 protected:
-    DisplayTest() : ScriptTest(kFullPlugin) {}
-    void SetUp() override { LogOn(); }
+    DisplayTest() : MailboxTest(kFullPlugin) {}
 
-    Folder& Inbox() { return FolderAt(World(), L"Front Desk", L"Inbox"); }
-    std::wstring Add(MessageToAdd message) { return ToHex(AddMessage(Inbox(), message)->EntryId()); }
-    std::wstring Get(const wchar_t* field) { return Call(L"VARD_GetFieldData", {field}); }
-    std::wstring PassOn(const std::wstring& id, const wchar_t* to = L"Back Office",
-                        const wchar_t* addedBody = L"", const wchar_t* keepAttachments = L"yes") {
-        return Call(L"VARD_ReplyToMessage",
-                    {id, to, L"warehouse@example.com", L"", addedBody, keepAttachments});
+    /// The arguments that pass a message on.
+    static Texts PassingOn(const std::wstring& id, const wchar_t* addedBody = L"",
+                           const wchar_t* keepAttachments = L"yes") {
+        return {id, L"Back Office", L"warehouse@example.com", L"", addedBody, keepAttachments};
+    }
+    void PassOn(const std::wstring& id, const wchar_t* addedBody, const wchar_t* keepAttachments = L"yes") {
+        ExpectSuccess(L"VARD_ReplyToMessage", PassingOn(id, addedBody, keepAttachments));
     }
     std::vector<std::wstring> AttachmentNames() {
         std::vector<std::wstring> names;
@@ -32,52 +30,44 @@ protected:
 };
 
 TEST_F(DisplayTest, EveryKindButStoredSettingsIsShownAndStays) {
-    ExpectFailure(L"VARD_Display", {}, -1023, kNoRecord);
-    for (const wchar_t* messageClass :
-         {L"IPM.Appointment", L"IPM.Contact", L"IPM.DistList", L"IPM.Activity", L"IPM.Note",
-          L"IPM.Schedule.Meeting.Request", L"IPM.StickyNote", L"IPM.Post", L"IPM.Remote",
-          L"REPORT.IPM.Note.NDR", L"IPM.Sharing", L"IPM.Task", L"IPM.TaskRequest", L"IPM.TaskRequest.Accept",
-          L"IPM.TaskRequest.Decline", L"IPM.TaskRequest.Update", L"IPM.Document.txtfile"}) {
-        ASSERT_EQ(Call(L"VARD_OpenRecord", {Add({.messageClass = messageClass})}), L"0");
+    ExpectFailure(L"VARD_Display", {}, errors::kNoRecord);
+    for (const wchar_t* messageClass : kItemClasses) {
+        OpenRecord(Add({.messageClass = messageClass}));
         EXPECT_EQ(Call(L"VARD_Display"), L"0") << testing::PrintToString(messageClass);
         EXPECT_EQ(Call(L"VARD_Display", {false}), L"0");
         EXPECT_EQ(Get(L"Message Class"), messageClass);
     }
     // A record of a kind before it in order, so that the document isn't held any more.
-    ASSERT_EQ(Call(L"VARD_OpenRecord", {Add({.messageClass = L"IPM.Note"})}), L"0");
-    ASSERT_EQ(Call(L"VARD_OpenRecord", {Add({.messageClass = L"IPM.Storage"})}), L"0");
-    ExpectFailure(L"VARD_Display", {}, -1023, kNoRecord);
-    ASSERT_EQ(Call(L"VARD_NewRecord", {L"Mail"}), L"0");
-    Varden().Watch().FailMember(L"MailItem::Display", E_FAIL);
-    EXPECT_EQ(Call(L"VARD_Display"), kError);
-    EXPECT_EQ(LastErrorCode(), 0);
-    EXPECT_TRUE(LastErrorText().starts_with(L"Error: 80004005"));
+    OpenRecord(Add({.messageClass = L"IPM.Note"}));
+    OpenRecord(Add({.messageClass = L"IPM.Storage"}));
+    ExpectFailure(L"VARD_Display", {}, errors::kNoRecord);
+    New(L"Mail");
+    Fail(L"MailItem::Display", E_FAIL);
+    ExpectFailureLike(L"VARD_Display", {}, {0, L"Error: 80004005"});
 }
 
 TEST_F(DisplayTest, AMessageIsPassedOnAsANewMailThatCanBeSent) {
     for (const wchar_t* messageClass : {L"IPM.Note", L"IPM.Post", L"IPM.Activity"}) {
         SCOPED_TRACE(testing::PrintToString(messageClass));
         const std::wstring id = Add({.messageClass = messageClass, .subject = L"Plan", .body = L"Old text"});
-        EXPECT_EQ(PassOn(id, L"Back Office", L"New text\r\n"), L"0")
-            << testing::PrintToString(LastErrorText());
+        PassOn(id, L"New text\r\n");
         EXPECT_EQ(Get(L"Message Class"), L"IPM.Note");
         EXPECT_NE(Get(L"Subject").find(L"Plan"), std::wstring::npos);
         EXPECT_NE(Get(L"ID"), id);
         const std::wstring body = Get(L"Body");
         EXPECT_TRUE(body.starts_with(L"New text")) << testing::PrintToString(body);
         EXPECT_NE(Call(L"VARD_SaveRecord"), kError) << testing::PrintToString(LastErrorText());
-        const Message& delivered = *FolderAt(World(), L"Back Office", L"Inbox").Messages().back();
+        const Message& delivered = *At(L"Inbox", L"Back Office").Messages().back();
         EXPECT_EQ(delivered.Current().recipients.size(), 2u);
     }
-    EXPECT_EQ(Inbox().Messages().size(), 3u); // the originals stay
+    EXPECT_EQ(At(L"Inbox").Messages().size(), 3u); // the originals stay
 }
 
 TEST_F(DisplayTest, TextIsAddedInsideTheBodyOfAnHtmlMail) {
     MessageToAdd mail{.subject = L"Plan"};
     const std::string html = "<html><body lang=EN><p>Old</p></body></html>";
     mail.more.Set<0x10130102>(Bytes(html.begin(), html.end()));
-    EXPECT_EQ(PassOn(Add(mail), L"Back Office", L"<p>New</p>"), L"0")
-        << testing::PrintToString(LastErrorText());
+    PassOn(Add(mail), L"<p>New</p>");
     const std::wstring body = Get(L"HTML Body");
     const std::size_t tag = body.find(L"<body");
     ASSERT_NE(tag, std::wstring::npos) << testing::PrintToString(body);
@@ -89,25 +79,13 @@ TEST_F(DisplayTest, TextIsAddedBehindTheFirstParagraphMarkOfARichTextMail) {
     MessageToAdd mail{.subject = L"Plan"};
     // "{\\rtf1\\ansi\\par Old}" as [MS-OXRTFCP] 2.1.3.1.4 stores it uncompressed: sizes, "MELA", no checksum.
     const std::string rtf = "{\\rtf1\\ansi\\par Old}";
-    Bytes stored{static_cast<std::uint8_t>(rtf.size() + 12),
-                 0,
-                 0,
-                 0,
-                 static_cast<std::uint8_t>(rtf.size()),
-                 0,
-                 0,
-                 0,
-                 'M',
-                 'E',
-                 'L',
-                 'A',
-                 0,
-                 0,
-                 0,
-                 0};
+    const auto size = static_cast<std::uint32_t>(rtf.size());
+    const std::uint32_t header[]{size + 12, size, 0x414C454D, 0};
+    const auto* headerBytes = reinterpret_cast<const std::uint8_t*>(header);
+    Bytes stored(headerBytes, headerBytes + sizeof header);
     stored.insert(stored.end(), rtf.begin(), rtf.end());
     mail.more.Set<PR_RTF_COMPRESSED>(stored);
-    EXPECT_EQ(PassOn(Add(mail), L"Back Office", L" New"), L"0") << testing::PrintToString(LastErrorText());
+    PassOn(Add(mail), L" New");
     // It is written in wide characters: who reads it as RTF sees the first.
     EXPECT_EQ(Get(L"RTF Body"), L"{");
     EXPECT_EQ(Get(L"Message Class"), L"IPM.Note");
@@ -124,13 +102,12 @@ TEST_F(DisplayTest, EverySecondAttachmentStaysWhereNoneAreWanted) {
         attachment->properties.Set<PR_ATTACH_DATA_BIN>({1, 2, 3});
         content.attachments.push_back(attachment);
     }
-    std::shared_ptr<Message> message;
-    ASSERT_EQ(Inbox().Receive(content, false, message), S_OK);
+    const auto message = AddToInbox(std::move(content));
     const std::wstring id = ToHex(message->EntryId());
     using Names = std::vector<std::wstring>;
-    EXPECT_EQ(PassOn(id, L"Back Office", L"", L"yes"), L"0");
+    PassOn(id, L"", L"yes");
     EXPECT_EQ(AttachmentNames(), (Names{L"1.txt", L"2.txt", L"3.txt"}));
-    EXPECT_EQ(PassOn(id, L"Back Office", L"", L"no"), L"0");
+    PassOn(id, L"", L"no");
     EXPECT_EQ(Call(L"VARD_GetAttachmentCount"), L"1");
     EXPECT_EQ(Call(L"VARD_GetAttachmentName", {2}), L"2.txt"); // under the number that it had
     EXPECT_EQ(message->Current().attachments.size(), 3u);      // of the original none goes
@@ -139,19 +116,16 @@ TEST_F(DisplayTest, EverySecondAttachmentStaysWhereNoneAreWanted) {
 TEST_F(DisplayTest, WhatCannotBePassedOnIsTold) {
     ExpectFailure(L"VARD_ReplyToMessage", {L"", L"a", L"", L"", L"", L""}, -1000,
                   L"Outlook Logon Failed\rMust include an EntryID for the message to be forwarded");
-    EXPECT_EQ(PassOn(L"00"), kError);
-    EXPECT_EQ(LastErrorCode(), -1038);
-    EXPECT_EQ(LastErrorText(), L"Unable to locate record\r!!ERROR!!");
+    ExpectFailure(L"VARD_ReplyToMessage", PassingOn(L"00"), -1038, L"Unable to locate record\r!!ERROR!!");
     Outlook().SetUnknownClass(L"IPM.Note.Strange");
-    EXPECT_EQ(PassOn(Add({.messageClass = L"IPM.Note.Strange"})), kError);
-    EXPECT_EQ(LastErrorText(), L"Unable to locate record\r!!ERROR!! "); // with the blank of that answer
-    EXPECT_EQ(PassOn(Add({.messageClass = L"IPM.Appointment", .subject = L"Lunch"})), kError);
-    EXPECT_EQ(LastErrorCode(), -1023);
+    ExpectFailure(L"VARD_ReplyToMessage", PassingOn(Add({.messageClass = L"IPM.Note.Strange"})), -1038,
+                  L"Unable to locate record\r!!ERROR!! "); // with the blank of that answer
+    const std::wstring lunch = Add({.messageClass = L"IPM.Appointment", .subject = L"Lunch"});
+    ExpectFailureLike(L"VARD_ReplyToMessage", PassingOn(lunch), {-1023, L""});
     EXPECT_EQ(Get(L"Subject"), L"Lunch"); // stays the record
-    Varden().Watch().FailMember(L"MailItem::Forward", E_ACCESSDENIED);
-    EXPECT_EQ(PassOn(Add({.subject = L"x"})), kError);
-    EXPECT_EQ(LastErrorCode(), 999);
-    EXPECT_TRUE(LastErrorText().starts_with(L"\rError: 80070005\nMessage:"));
+    Fail(L"MailItem::Forward");
+    ExpectFailureLike(L"VARD_ReplyToMessage", PassingOn(Add({.subject = L"x"})),
+                      {999, L"\rError: 80070005\nMessage:"});
 }
 
 } // namespace

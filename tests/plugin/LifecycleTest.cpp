@@ -5,6 +5,7 @@
 
 #include <limits>
 #include <map>
+#include <numeric>
 
 namespace varden::tests {
 namespace {
@@ -80,10 +81,8 @@ TEST_F(LifecycleTest, RegistersUnderTheNamesThatScriptsUse) {
 TEST_F(LifecycleTest, ShutdownUnregistersTheWholeRangeAndLeavesOneFunction) {
     FileMaker().Init();
     FileMaker().Shutdown();
-    std::vector<std::int16_t> expected;
-    for (std::int16_t id = 148; id <= 218; ++id) {
-        expected.push_back(id);
-    }
+    std::vector<std::int16_t> expected(218 - 148 + 1);
+    std::iota(expected.begin(), expected.end(), std::int16_t{148});
     EXPECT_EQ(FileMaker().Unregistered(), expected);
     ASSERT_EQ(FileMaker().Functions().size(), 1u);
     EXPECT_EQ(FileMaker().Functions().front().id, 219);

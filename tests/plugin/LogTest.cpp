@@ -1,4 +1,5 @@
 // The session log, switched on through the plug-in file that registers every function.
+#include "Files.h"
 #include "ScriptTest.h"
 
 #include <algorithm>
@@ -10,15 +11,11 @@ namespace {
 
 class LogTest : public ScriptTest {
 protected:
-    LogTest() : ScriptTest(kFullPlugin) {
-        wchar_t folder[MAX_PATH];
-        GetTempPathW(MAX_PATH, folder);
-        m_path = std::wstring(folder) + L"varden-log-" + std::to_wstring(GetCurrentProcessId()) + L".txt";
-        DeleteFileW(m_path.c_str());
-    }
-    ~LogTest() override { DeleteFileW(m_path.c_str()); }
+    using Expected = std::vector<std::string>;
 
-    const std::wstring& Path() const { return m_path; }
+    LogTest() : ScriptTest(kFullPlugin) {}
+
+    std::wstring Path() const { return m_folder.File(L"log.txt"); }
 
     /// The lines of the log behind their time stamps, a tab as ">"; fails for a line of another form.
     std::vector<std::string> Lines(const std::wstring& path) const {
@@ -35,7 +32,7 @@ protected:
         }
         return lines;
     }
-    std::vector<std::string> Lines() const { return Lines(m_path); }
+    std::vector<std::string> Lines() const { return Lines(Path()); }
 
     std::vector<std::string> LinesOf(const wchar_t* function, const Texts& arguments) {
         const std::size_t before = Lines().size();
@@ -45,10 +42,26 @@ protected:
         return lines;
     }
 
-    using Expected = std::vector<std::string>;
+    /// A call logs lines that end in these words, among others, in this order.
+    void ExpectLogged(const wchar_t* function, const Texts& arguments, const Expected& words) {
+        const auto lines = LinesOf(function, arguments);
+        auto from = lines.begin();
+        for (const std::string& wanted : words) {
+            from = std::find_if(from, lines.end(),
+                                [&](const std::string& line) { return line.ends_with(wanted); });
+            ASSERT_NE(from, lines.end()) << testing::PrintToString(function) << ": " << wanted << " in "
+                                         << testing::PrintToString(lines);
+            ++from;
+        }
+    }
+    void NewMail() {
+        LogOn();
+        Call(L"VARD_OpenFolder", {L"/Drafts"});
+        Call(L"VARD_NewRecord", {L"Mail"});
+    }
 
 private:
-    std::wstring m_path;
+    TemporaryFolder m_folder;
 };
 
 TEST_F(LogTest, OnlyTheSwitchMakesAFile) {
@@ -56,10 +69,10 @@ TEST_F(LogTest, OnlyTheSwitchMakesAFile) {
     EXPECT_EQ(Call(L"VARD_LogSet", {L"off", Path()}), L"0");
     EXPECT_EQ(Call(L"VARD_LogSet", {L"maybe", Path()}), L"0");
     EXPECT_EQ(Call(L"VARD_LogClear"), L"-4");
-    EXPECT_EQ(GetFileAttributesW(Path().c_str()), INVALID_FILE_ATTRIBUTES);
+    EXPECT_FALSE(Exists(Path()));
     EXPECT_EQ(Call(L"VARD_LogSet", {L"ON", Path()}), L"0");
     EXPECT_EQ(Call(L"VARD_LogSet", {L"ON", Path() + L"2"}), L"0"); // the first log goes on
-    EXPECT_EQ(GetFileAttributesW((Path() + L"2").c_str()), INVALID_FILE_ATTRIBUTES);
+    EXPECT_FALSE(Exists(Path() + L"2"));
     EXPECT_EQ(Call(L"VARD_LogClear"), L"0");
     EXPECT_EQ(Call(L"VARD_LogSet", {L"no"}), L"0");
     EXPECT_EQ(Lines(), (Expected{">***** CONTENT CLEARED ******", ">******** Session Ended ********"}));
@@ -107,9 +120,7 @@ TEST_F(LogTest, AFunctionLogsItsArgumentsItsAnswerAndNeverAPassword) {
 }
 
 TEST_F(LogTest, AMailThatGoesOutLogsItsWay) {
-    LogOn();
-    Call(L"VARD_OpenFolder", {L"/Drafts"});
-    Call(L"VARD_NewRecord", {L"Mail"});
+    NewMail();
     Call(L"VARD_SetFieldData", {L"To", L"Back Office"});
     Call(L"VARD_LogSet", {L"1", Path()});
     auto lines = LinesOf(L"VARD_SaveRecord", {L"Send"});
@@ -142,15 +153,12 @@ TEST_F(LogTest, AMailThatGoesOutLogsItsWay) {
 }
 
 TEST_F(LogTest, AnExceptionIsLoggedByTheFunctionsThatLog) {
-    LogOn();
-    Call(L"VARD_OpenFolder", {L"/Drafts"});
-    Call(L"VARD_NewRecord", {L"Mail"});
+    NewMail();
     Call(L"VARD_LogSet", {L"1", Path()});
     EXPECT_EQ(LinesOf(L"VARD_FilterByLastModified", {L""}), Expected{});
     Varden().Watch().FailCall(1, E_ACCESSDENIED, {standin::Side::Outlook});
     EXPECT_EQ(Call(L"VARD_SetFieldData", {L"Subject", L"x"}), kError);
-    std::ifstream file(Path().c_str(), std::ios::binary);
-    const std::string text{std::istreambuf_iterator<char>(file), {}};
+    const std::string text = BytesIn(Path());
     EXPECT_TRUE(std::regex_search(
         text, std::regex(R"(\t\tCOM ERROR CAUGHT\r\n[-0-9 :]{19}\t\tError: 80070005\r\nMessage:)")))
         << text;
@@ -164,65 +172,42 @@ TEST_F(LogTest, OperationsLogUnderTheirOwnWords) {
     const std::wstring id = standin::mailbox::ToHex(mail->EntryId());
     ASSERT_EQ(Call(L"VARD_OpenFolder", {L"/Inbox"}), L"0");
     Call(L"VARD_LogSet", {L"1", Path()});
-    struct Logged {
-        const wchar_t* function;
-        Texts arguments;
-        Expected lines; ///< among others, in this order
-    };
     const std::string failed = "FUNCTION EXIT: error in function";
-    const std::vector<Logged> calls{
-        {L"VARD_OpenFolder",
-         {L"Nowhere"},
-         {"FUNCTION ENTER: OpenFolder", "PARAM:strFoldePath  VAL:Nowhere", "FUNCTION ENTER: FindFolder",
-          "PARAM:strFolder  VAL:Nowhere", "obtained subfolders", failed, failed}},
-        {L"VARD_FilterByLastModified",
-         {L"1/1/2026"},
-         {"FUNCTION ENTER: Search", "FUNCTION ENTER: FilterApply",
-          "PARAM:filterString  VAL:[LastModificationTime] > \"1/1/2026\"", failed, failed}},
-        {L"VARD_OpenRecord",
-         {id},
-         {"found item for id", "obtained interface for item as mail", "getting interface for parent folder",
-          "Returning 0"}},
-        {L"VARD_OpenFolder",
-         {L"/Inbox"},
-         {"found folder - setting types", "setting items", "setting internal mapi pointer",
-          "FUNCTION EXIT: OpenFolder"}},
-        {L"VARD_GetFirstRecord",
-         {},
-         {"FUNCTION ENTER: GetFirstRecord", "obtained current folder items", "obtained count for items",
-          "incremented index", "obtained item at index", "item is type mail",
-          "FUNCTION EXIT: GetFirstRecord"}},
-        {L"VARD_AddAttachment", {L"a/b", L""}, {"FUNCTION ENTER: AddAttachement", failed}},
-        {L"VARD_SetCustomFieldData",
-         {L"Price", L"1", L"Number"},
-         {"FUNCTION ENTER: SetCustonFieldData", "FUNCTION EXIT: SetCustonFieldData"}},
-        {L"VARD_GetCustomFieldData",
-         {L"Price"},
-         {"FUNCTION ENTER: GetCustomFieldData", "FUNCTION EXIT: GetCustomFiledData"}},
-        {L"VARD_RPClearRecurrencePattern", {}, {"FUNCTION ENTER: ClearREcurrencePattern", failed}},
-        {L"VARD_RPOpenExceptionAt", {3}, {"FUNCTION ENTER: RPOpenExceptionAt", "PARAM:index  VAL:3", failed}},
-        {L"VARD_SaveRecordAsMsg",
-         {L"C:\\no such folder\\x"},
-         {"FUNCTION ENTER: SaveREcordAsMSG", "appending .MSG to strPath",
-          "PARAM:szFileName  VAL:C:\\no such folder\\x.MSG", failed, failed}},
-        {L"VARD_ReplyToMessage", {L"", L"", L"", L"", L"", L""}, {"FUNCTION ENTER: REplyToMessage", failed}},
-        {L"VARD_GetDefaultFolderName", {L"Inbox"}, {"PARAM:strType  VAL:Inbox", "onbtained default folder"}},
-        {L"VARD_DeleteCurrentRecord",
-         {true},
-         {"PARAM:bPerm  VAL:true", "removing item from items list at m_lindex"}},
-        {L"VARD_GALGetField", {L"fax", 1}, {"FUNCTION ENTER: GALGetField", failed}},
-    };
-    for (const auto& [function, arguments, expected] : calls) {
-        const auto lines = LinesOf(function, arguments);
-        auto from = lines.begin();
-        for (const std::string& wanted : expected) {
-            from = std::find_if(from, lines.end(),
-                                [&](const std::string& line) { return line.ends_with(wanted); });
-            ASSERT_NE(from, lines.end()) << testing::PrintToString(function) << ": " << wanted << " in "
-                                         << testing::PrintToString(lines);
-            ++from;
-        }
-    }
+    ExpectLogged(L"VARD_OpenFolder", {L"Nowhere"},
+                 {"FUNCTION ENTER: OpenFolder", "PARAM:strFoldePath  VAL:Nowhere",
+                  "FUNCTION ENTER: FindFolder", "PARAM:strFolder  VAL:Nowhere", "obtained subfolders", failed,
+                  failed});
+    ExpectLogged(L"VARD_FilterByLastModified", {L"1/1/2026"},
+                 {"FUNCTION ENTER: Search", "FUNCTION ENTER: FilterApply",
+                  "PARAM:filterString  VAL:[LastModificationTime] > \"1/1/2026\"", failed, failed});
+    ExpectLogged(L"VARD_OpenRecord", {id},
+                 {"found item for id", "obtained interface for item as mail",
+                  "getting interface for parent folder", "Returning 0"});
+    ExpectLogged(L"VARD_OpenFolder", {L"/Inbox"},
+                 {"found folder - setting types", "setting items", "setting internal mapi pointer",
+                  "FUNCTION EXIT: OpenFolder"});
+    ExpectLogged(L"VARD_GetFirstRecord", {},
+                 {"FUNCTION ENTER: GetFirstRecord", "obtained current folder items",
+                  "obtained count for items", "incremented index", "obtained item at index",
+                  "item is type mail", "FUNCTION EXIT: GetFirstRecord"});
+    ExpectLogged(L"VARD_AddAttachment", {L"a/b", L""}, {"FUNCTION ENTER: AddAttachement", failed});
+    ExpectLogged(L"VARD_SetCustomFieldData", {L"Price", L"1", L"Number"},
+                 {"FUNCTION ENTER: SetCustonFieldData", "FUNCTION EXIT: SetCustonFieldData"});
+    ExpectLogged(L"VARD_GetCustomFieldData", {L"Price"},
+                 {"FUNCTION ENTER: GetCustomFieldData", "FUNCTION EXIT: GetCustomFiledData"});
+    ExpectLogged(L"VARD_RPClearRecurrencePattern", {}, {"FUNCTION ENTER: ClearREcurrencePattern", failed});
+    ExpectLogged(L"VARD_RPOpenExceptionAt", {3},
+                 {"FUNCTION ENTER: RPOpenExceptionAt", "PARAM:index  VAL:3", failed});
+    ExpectLogged(L"VARD_SaveRecordAsMsg", {L"C:\\no such folder\\x"},
+                 {"FUNCTION ENTER: SaveREcordAsMSG", "appending .MSG to strPath",
+                  "PARAM:szFileName  VAL:C:\\no such folder\\x.MSG", failed, failed});
+    ExpectLogged(L"VARD_ReplyToMessage", {L"", L"", L"", L"", L"", L""},
+                 {"FUNCTION ENTER: REplyToMessage", failed});
+    ExpectLogged(L"VARD_GetDefaultFolderName", {L"Inbox"},
+                 {"PARAM:strType  VAL:Inbox", "onbtained default folder"});
+    ExpectLogged(L"VARD_DeleteCurrentRecord", {true},
+                 {"PARAM:bPerm  VAL:true", "removing item from items list at m_lindex"});
+    ExpectLogged(L"VARD_GALGetField", {L"fax", 1}, {"FUNCTION ENTER: GALGetField", failed});
 }
 
 TEST_F(LogTest, TheTimeStampLosesItsSecondsOnTheWayToTheFilter) {

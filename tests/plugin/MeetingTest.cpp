@@ -4,6 +4,7 @@
 #include "standin/mailbox/Tags.h"
 
 #include <algorithm>
+#include <array>
 
 namespace varden::tests {
 namespace {
@@ -25,10 +26,25 @@ std::wstring TextOf(const Message& message, PropertyTag tag) {
     return SUCCEEDED(message.Read(tag, value)) ? std::get<std::wstring>(value) : L"(none)";
 }
 
+void ExpectNamed(const Message& message, const std::vector<NamedValue>& values) {
+    for (const auto& [set, number, value] : values) {
+        EXPECT_EQ(Named(message, *set, number), value) << number;
+    }
+}
+
+/// A request of number 17 as other mail clients send it.
+MessageToAdd Request(const SysTime& start = {0x01D1000000000000}, const SysTime& end = {0x01D1000100000000}) {
+    MessageToAdd request{.messageClass = L"IPM.Schedule.Meeting.Request", .subject = L"Review"};
+    request.more.Set<PR_START_DATE>(start);
+    request.more.Set<PR_END_DATE>(end);
+    request.more.Set<PR_OWNER_APPT_ID>(17);
+    return request;
+}
+
 class MeetingTest : public CalendarTest {
 protected:
     Message* Last(const wchar_t* store, const wchar_t* path) {
-        const auto& messages = FolderAt(World(), store, path).Messages();
+        const auto& messages = At(path, store).Messages();
         return messages.empty() ? nullptr : messages.back();
     }
     /// "Review" on 2 March 2026 at nine, for half an hour, in Room 5; Back Office is asked to come.
@@ -43,12 +59,12 @@ protected:
         NewMeeting();
         const std::wstring id = Call(L"VARD_SaveRecord", {L"Send"});
         ASSERT_NE(id, kError) << testing::PrintToString(LastErrorText());
-        ASSERT_EQ(Call(L"VARD_OpenRecord", {id}), L"0");
+        OpenRecord(id);
     }
     std::wstring SendAgain() {
         const std::wstring id = Call(L"VARD_SaveRecord", {L"appointment"});
         EXPECT_NE(id, kError) << testing::PrintToString(LastErrorText());
-        EXPECT_EQ(Call(L"VARD_OpenRecord", {id}), L"0");
+        OpenRecord(id);
         return id;
     }
     /// What the sender has of the message that went out last.
@@ -56,15 +72,35 @@ protected:
     /// Logs on as Back Office and opens the appointment of the request that arrived last.
     void BecomeAttendee() {
         ASSERT_EQ(Call(L"VARD_Authenticate", {L"Back Office"}), L"0");
-        ASSERT_EQ(Call(L"VARD_OpenFolder", {L"/Inbox"}), L"0");
+        Open(L"/Inbox");
         Message* request = Last(L"Back Office", L"Inbox");
         ASSERT_TRUE(request);
-        ASSERT_EQ(Call(L"VARD_OpenRecord", {ToHex(request->EntryId())}), L"0");
+        OpenRecord(ToHex(request->EntryId()));
         ASSERT_EQ(Get(L"Associated Appointment"), L"0") << testing::PrintToString(LastErrorText());
     }
     std::wstring Accept() {
         EXPECT_EQ(Set(L"Meeting Response", L"Accepted"), L"0");
         return Call(L"VARD_SaveRecord", {L"ApptResponse"});
+    }
+    /// Back Office is about to answer a meeting of Front Desk's that it will come to.
+    void BeAboutToAccept() {
+        LogOn();
+        SendMeeting();
+        BecomeAttendee();
+        EXPECT_EQ(Set(L"Meeting Response", L"Accepted"), L"0");
+    }
+    void ExpectHeading(const Message& message, const wchar_t* messageClass, const wchar_t* subject,
+                       const wchar_t* prefix) {
+        EXPECT_EQ(TextOf(message, PR_MESSAGE_CLASS_W), messageClass);
+        EXPECT_EQ(TextOf(message, PR_SUBJECT_W), subject);
+        EXPECT_EQ(TextOf(message, PR_SUBJECT_PREFIX_W), prefix);
+    }
+    /// How often this member was called since lines are kept.
+    std::uint64_t CallsOf(const wchar_t* member) {
+        return static_cast<std::uint64_t>(
+            std::ranges::count_if(Varden().Watch().Lines(), [&](const std::wstring& line) {
+                return line.find(member) != std::wstring::npos;
+            }));
     }
 };
 
@@ -76,21 +112,18 @@ TEST_F(MeetingTest, AFirstRequestArrives) {
     EXPECT_EQ(TextOf(request, PR_CONVERSATION_TOPIC_W), L"Review");
     EXPECT_EQ(request.Get<PR_OWNER_APPT_ID>(), 1);
     EXPECT_EQ(request.Current().recipients.size(), 1u);
-    const std::vector<NamedValue> written{
-        {&kAppointmentSet, 33303, 3}, // the status 1 and 2 more
-        {&kAppointmentSet, 33312, false}, {&kAppointmentSet, 33304, 5},         {&kAppointmentSet, 33285, 1},
-        {&kAppointmentSet, 33316, 0},     {&kAppointmentSet, 33288, L"Room 5"},
-    };
-    for (const NamedValue& value : written) {
-        EXPECT_EQ(Named(request, *value.set, value.number), value.value) << value.number;
-    }
-    EXPECT_TRUE(FolderAt(World(), L"Front Desk", L"Outbox").Messages().empty());
+    ExpectNamed(request, {{&kAppointmentSet, 33303, 3}, // the status 1 and 2 more
+                          {&kAppointmentSet, 33312, false},
+                          {&kAppointmentSet, 33304, 5},
+                          {&kAppointmentSet, 33285, 1},
+                          {&kAppointmentSet, 33316, 0},
+                          {&kAppointmentSet, 33288, L"Room 5"}});
+    EXPECT_TRUE(At(L"Outbox").Messages().empty());
     EXPECT_EQ(TextOf(Sent(), PR_MESSAGE_CLASS_W), L"IPM.Schedule.Meeting.Request");
 
     const Message& appointment = Stored(); // what the organizer's appointment remembers
-    EXPECT_EQ(Named(appointment, kAppointmentSet, 0x8229), StoredValue(true));
-    EXPECT_EQ(Named(appointment, kAppointmentSet, 0x8218), StoredValue(1));
-    EXPECT_EQ(Named(appointment, kMeetingSet, 38), StoredValue(1));
+    ExpectNamed(appointment,
+                {{&kAppointmentSet, 0x8229, true}, {&kAppointmentSet, 0x8218, 1}, {&kMeetingSet, 38, 1}});
     EXPECT_EQ(appointment.Stored().GetOr<kIconIndex>(0), 1026);
     EXPECT_EQ(TextOf(appointment, PR_SUBJECT_W), L"Review");
     EXPECT_EQ(TextOf(appointment, PR_MESSAGE_CLASS_W), L"IPM.Appointment");
@@ -100,20 +133,16 @@ TEST_F(MeetingTest, WhatWentOutBeforeGoesOutAsAnUpdateAndACanceledOneAsACancella
     SendMeeting();
     EXPECT_EQ(Set(L"Location", L"Room 6"), L"0");
     SendAgain();
-    EXPECT_EQ(TextOf(Sent(), PR_MESSAGE_CLASS_W), L"IPM.Schedule.Meeting.Request");
-    EXPECT_EQ(TextOf(Sent(), PR_SUBJECT_W), L"Updated: Review");
-    EXPECT_EQ(TextOf(Sent(), PR_SUBJECT_PREFIX_W), L"Updated:");
+    ExpectHeading(Sent(), L"IPM.Schedule.Meeting.Request", L"Updated: Review", L"Updated:");
     EXPECT_EQ(Named(Sent(), kAppointmentSet, 33288), StoredValue(L"Room 6"));
     EXPECT_EQ(Sent().Get<PR_OWNER_APPT_ID>(), 1);
     EXPECT_EQ(Named(Stored(), kAppointmentSet, 33283), StoredValue(2)); // counted at each send
 
     EXPECT_EQ(Set(L"Meeting Status", L"Canceled"), L"0");
     SendAgain();
-    EXPECT_EQ(TextOf(Sent(), PR_MESSAGE_CLASS_W), L"IPM.Schedule.Meeting.Canceled");
-    EXPECT_EQ(TextOf(Sent(), PR_SUBJECT_W), L"Canceled: Review");
-    EXPECT_EQ(TextOf(Sent(), PR_SUBJECT_PREFIX_W), L"Canceled:");
+    ExpectHeading(Sent(), L"IPM.Schedule.Meeting.Canceled", L"Canceled: Review", L"Canceled:");
     EXPECT_EQ(Named(Sent(), kAppointmentSet, 33303), StoredValue(7));
-    EXPECT_EQ(FolderAt(World(), L"Back Office", L"Inbox").Messages().size(), 3u);
+    EXPECT_EQ(At(L"Inbox", L"Back Office").Messages().size(), 3u);
 }
 
 TEST_F(MeetingTest, AnAppointmentsStatusAndNumberDecideWhatItGoesOutAs) {
@@ -161,6 +190,9 @@ TEST_F(MeetingTest, NumbersAtTheEndOfTheRangeAreTakenFromGaps) {
     EXPECT_EQ(numberAfter({-3, -5}), -6);
 }
 
+constexpr std::array kTrackedNumbers{12u, 13u, 14u, 15u, 16u, 21u, 22u, 23u, 28u};
+constexpr std::array kTrackedShortNumbers{17u, 18u, 19u, 20u, 24u, 25u};
+
 /// The properties that a first request leaves behind, with values that no send gives them.
 std::vector<NamedValue> Tracking() {
     const SysTime time{0x01D0000000000000};
@@ -172,10 +204,10 @@ std::vector<NamedValue> Tracking() {
     for (const std::uint32_t number : {6u, 7u, 8u, 29u}) {
         values.push_back({&kMeetingSet, number, L"former"});
     }
-    for (const std::uint32_t number : {12u, 13u, 14u, 15u, 16u, 21u, 22u, 23u, 28u}) {
+    for (const std::uint32_t number : kTrackedNumbers) {
         values.push_back({&kMeetingSet, number, 77});
     }
-    for (const std::uint32_t number : {17u, 18u, 19u, 20u, 24u, 25u}) {
+    for (const std::uint32_t number : kTrackedShortNumbers) {
         values.push_back({&kMeetingSet, number, std::int16_t{77}});
     }
     return values;
@@ -243,15 +275,13 @@ TEST_F(MeetingTest, AnAppointmentIsPreparedForItsRequest) {
                                      {&kMeetingSet, 5, false},
                                      {&kMeetingSet, 4, false},
                                      {&kMeetingSet, 9, false}};
-    for (const std::uint32_t number : {12u, 13u, 14u, 15u, 16u, 21u, 22u, 23u, 28u}) {
+    for (const std::uint32_t number : kTrackedNumbers) {
         prepared.push_back({&kMeetingSet, number, 0});
     }
-    for (const std::uint32_t number : {17u, 18u, 19u, 20u, 24u, 25u}) {
+    for (const std::uint32_t number : kTrackedShortNumbers) {
         prepared.push_back({&kMeetingSet, number, std::int16_t{0}});
     }
-    for (const NamedValue& each : prepared) {
-        EXPECT_EQ(Named(Stored(), *each.set, each.number), each.value) << each.number;
-    }
+    ExpectNamed(Stored(), prepared);
     OpenAppointment({.subject = L"Timeless"}, {}, {Attendee(L"Back Office")});
     SendAgain();
     const auto fallback = Named(Stored(), kAppointmentSet, 33296);
@@ -268,32 +298,29 @@ TEST_F(MeetingTest, AnAcceptedMeetingIsOnTheCalendarAndTheOrganizerHearsOfIt) {
     const std::wstring id = Accept();
     ASSERT_NE(id, kError) << testing::PrintToString(LastErrorText());
 
-    Folder& calendar = FolderAt(World(), L"Back Office", L"Calendar");
+    Folder& calendar = At(L"Calendar", L"Back Office");
     ASSERT_EQ(calendar.Messages().size(), 1u);
     const Message& entry = *calendar.Messages().front();
     EXPECT_EQ(id, ToHex(entry.EntryId())); // the record that was current is the calendar's
     EXPECT_EQ(TextOf(entry, PR_MESSAGE_CLASS_W), L"IPM.Appointment");
     EXPECT_EQ(Named(entry, kMeetingSet, 3), globalId);
-    EXPECT_EQ(Named(entry, kAppointmentSet, 33285), StoredValue(2));
-    EXPECT_EQ(Named(entry, kAppointmentSet, 33304), StoredValue(3));
+    ExpectNamed(entry, {{&kAppointmentSet, 33285, 2}, {&kAppointmentSet, 33304, 3}});
     EXPECT_TRUE(std::holds_alternative<SysTime>(Named(entry, kAppointmentSet, 33312).value()));
 
     const Message& answer = *Last(L"Front Desk", L"Inbox");
-    EXPECT_EQ(TextOf(answer, PR_MESSAGE_CLASS_W), L"IPM.Schedule.Meeting.Resp.Pos");
-    EXPECT_EQ(TextOf(answer, PR_SUBJECT_W), L"Accepted: Review");
-    EXPECT_EQ(TextOf(answer, PR_SUBJECT_PREFIX_W), L"Accepted:");
+    ExpectHeading(answer, L"IPM.Schedule.Meeting.Resp.Pos", L"Accepted: Review", L"Accepted:");
     EXPECT_EQ(TextOf(answer, PR_SENDER_NAME_W), L"Back Office");
     EXPECT_EQ(answer.Get<PR_OWNER_APPT_ID>(), 1);
     EXPECT_EQ(Named(answer, kMeetingSet, 3), globalId);
-    EXPECT_EQ(Named(answer, kAppointmentSet, 33288), StoredValue(L"Room 5"));
-    EXPECT_EQ(Named(answer, kMeetingSet, 2), StoredValue(L"Room 5"));
-    EXPECT_EQ(Named(answer, kCommonSet, 34064), StoredValue(7265));
-    EXPECT_EQ(Named(answer, kAppointmentSet, 33303), StoredValue(0));
-    EXPECT_EQ(Named(answer, kAppointmentSet, 33287), StoredValue(0));
+    ExpectNamed(answer, {{&kAppointmentSet, 33288, L"Room 5"},
+                         {&kMeetingSet, 2, L"Room 5"},
+                         {&kCommonSet, 34064, 7265},
+                         {&kAppointmentSet, 33303, 0},
+                         {&kAppointmentSet, 33287, 0}});
     const Bytes parent = entry.Stored().GetOr<PR_CONVERSATION_INDEX>({});
     const Bytes index = answer.Stored().GetOr<PR_CONVERSATION_INDEX>({});
     EXPECT_EQ(index.size(), parent.size() + 5); // one block more
-    EXPECT_TRUE(FolderAt(World(), L"Back Office", L"Outbox").Messages().empty());
+    EXPECT_TRUE(At(L"Outbox", L"Back Office").Messages().empty());
     EXPECT_EQ(Last(L"Back Office", L"Sent Items")->Get<PR_OWNER_APPT_ID>(), 1);
 }
 
@@ -304,14 +331,13 @@ TEST_F(MeetingTest, OnlyAnAcceptanceIsSent) {
         if (*word) {
             EXPECT_EQ(Set(L"Meeting Response", word), L"0");
         }
-        ExpectFailure(L"VARD_SaveRecord", {L"apptresponse"}, -1097,
-                      L"MAPI Subsystem error\rError: 80070057\rMAPI_E_INVALID_PARAMETER\r"
-                      L"Invalid meeting response status. This function can only be used for Accepted "
-                      L"meetings.");
+        ExpectFailure(L"VARD_SaveRecord", {L"apptresponse"},
+                      errors::Mapi(L"Error: 80070057\rMAPI_E_INVALID_PARAMETER\rInvalid meeting response "
+                                   L"status. This function can only be used for Accepted meetings."));
         BecomeAttendee();
     }
-    EXPECT_TRUE(FolderAt(World(), L"Back Office", L"Calendar").Messages().empty());
-    EXPECT_TRUE(FolderAt(World(), L"Front Desk", L"Inbox").Messages().empty());
+    EXPECT_TRUE(At(L"Calendar", L"Back Office").Messages().empty());
+    EXPECT_TRUE(At(L"Inbox").Messages().empty());
 }
 
 TEST_F(MeetingTest, WhoeverWantsNoAnswerGetsNone) {
@@ -322,39 +348,37 @@ TEST_F(MeetingTest, WhoeverWantsNoAnswerGetsNone) {
     const std::wstring id = Accept(); // of what was answered, which is deleted
     EXPECT_NE(id, kError) << testing::PrintToString(LastErrorText());
     EXPECT_NE(id, ToHex(Last(L"Back Office", L"Calendar")->EntryId()));
-    EXPECT_EQ(FolderAt(World(), L"Back Office", L"Calendar").Messages().size(), 1u);
-    EXPECT_TRUE(FolderAt(World(), L"Front Desk", L"Inbox").Messages().empty());
-    EXPECT_TRUE(FolderAt(World(), L"Back Office", L"Outbox").Messages().empty());
+    EXPECT_EQ(At(L"Calendar", L"Back Office").Messages().size(), 1u);
+    EXPECT_TRUE(At(L"Inbox").Messages().empty());
+    EXPECT_TRUE(At(L"Outbox", L"Back Office").Messages().empty());
 }
 
 /// A request as other mail clients send it, with everything that an answer takes over.
 TEST_F(MeetingTest, AnAnswerTakesOverWhatTheRequestTellsOfTheMeeting) {
-    Folder& inbox = FolderAt(World(), L"Back Office", L"Inbox");
-    const std::vector<NamedValue> ofTheSeries{{&kAppointmentSet, 33331, Bytes{1, 2}},
-                                              {&kAppointmentSet, 33302, Bytes{3, 4}},
-                                              {&kAppointmentSet, 33376, Bytes{5}},
-                                              {&kMeetingSet, 5, true},
-                                              {&kMeetingSet, 12, 42},
-                                              {&kAppointmentSet, 33332, L"every day"}};
-    const std::vector<NamedValue> ofTheMeeting{
-        {&kMeetingSet, 3, Bytes{6, 7}}, {&kMeetingSet, 35, Bytes{8}}, {&kMeetingSet, 10, true},
-        {&kAssistantSet, 21, 99},       {&kAppointmentSet, 33281, 4}, {&kAppointmentSet, 33288, L"Room 5"},
-        {&kMeetingSet, 9, true}};
+    Folder& inbox = At(L"Inbox", L"Back Office");
+    const SysTime start{0x01D1000000000000}, end{0x01D1000100000000};
+    const std::vector<NamedValue> ofASeries{{&kAppointmentSet, 33331, Bytes{1, 2}},
+                                            {&kAppointmentSet, 33302, Bytes{3, 4}},
+                                            {&kAppointmentSet, 33376, Bytes{5}},
+                                            {&kAppointmentSet, 33332, L"every day"}};
+    const std::vector<NamedValue> left{{&kMeetingSet, 9, true}, {&kMeetingSet, 12, 42}};
+    const std::vector<NamedValue> made{{&kAppointmentSet, 33285, 2},     {&kAppointmentSet, 33287, 0},
+                                       {&kAppointmentSet, 33303, 0},     {&kMeetingSet, 2, L"Room 5"},
+                                       {&kAppointmentSet, 33293, start}, {&kCommonSet, 34070, start},
+                                       {&kAppointmentSet, 33294, end},   {&kCommonSet, 34071, end}};
     for (const bool isSeries : {true, false}) {
-        MessageToAdd request{.messageClass = L"IPM.Schedule.Meeting.Request", .subject = L"Review"};
-        const SysTime start{0x01D1000000000000}, end{0x01D1000100000000};
-        request.more.Set<PR_START_DATE>(start);
-        request.more.Set<PR_END_DATE>(end);
-        request.more.Set<PR_OWNER_APPT_ID>(17);
+        const std::vector<NamedValue> taken{{&kMeetingSet, 3, Bytes{6, isSeries}}, // another meeting
+                                            {&kMeetingSet, 35, Bytes{6, isSeries}},
+                                            {&kMeetingSet, 5, isSeries},
+                                            {&kMeetingSet, 10, true},
+                                            {&kAssistantSet, 21, 99},
+                                            {&kAppointmentSet, 33281, 4},
+                                            {&kAppointmentSet, 33288, L"Room 5"}};
+        MessageToAdd request = Request(start, end);
         request.more.Set<PR_SENSITIVITY>(2);
         request.more.Set<PR_CONVERSATION_INDEX>(Bytes(22, 0x01));
-        for (const auto* list : {&ofTheSeries, &ofTheMeeting}) {
-            for (NamedValue each : *list) {
-                if (each.number == 5) {
-                    each.value = isSeries;
-                } else if (each.number == 3 || each.number == 35) { // another meeting
-                    each.value = Bytes{6, isSeries};
-                }
+        for (const auto* list : {&ofASeries, &left, &taken}) {
+            for (const NamedValue& each : *list) {
                 PutNamed(request.more, inbox.Names(), each);
             }
         }
@@ -363,30 +387,12 @@ TEST_F(MeetingTest, AnAnswerTakesOverWhatTheRequestTellsOfTheMeeting) {
         EXPECT_EQ(Set(L"Required Attendees", L"Front Desk"), L"0");
         ASSERT_NE(Accept(), kError) << testing::PrintToString(LastErrorText());
         const Message& answer = *Last(L"Back Office", L"Sent Items");
-        for (const NamedValue& each : ofTheSeries) {
-            if (each.number != 5 && each.number != 12) {
-                EXPECT_EQ(Named(answer, *each.set, each.number),
-                          isSeries ? std::optional(each.value) : std::nullopt)
-                    << each.number;
-            }
+        for (const auto& [set, number, value] : ofASeries) {
+            EXPECT_EQ(Named(answer, *set, number), isSeries ? std::optional(value) : std::nullopt) << number;
         }
-        EXPECT_EQ(Named(answer, kMeetingSet, 5), StoredValue(isSeries));
-        for (const NamedValue& each : ofTheMeeting) {
-            if (each.number != 3 && each.number != 35 && each.number != 9) {
-                EXPECT_EQ(Named(answer, *each.set, each.number), each.value) << each.number;
-            }
-        }
-        for (const std::uint32_t id : {3u, 35u}) {
-            EXPECT_EQ(Named(answer, kMeetingSet, id), StoredValue(Bytes{6, isSeries}));
-        }
-        EXPECT_FALSE(Named(answer, kMeetingSet, 9)); // one of the names has no value
-        const std::vector<NamedValue> made{{&kAppointmentSet, 33285, 2},     {&kAppointmentSet, 33287, 0},
-                                           {&kAppointmentSet, 33303, 0},     {&kMeetingSet, 2, L"Room 5"},
-                                           {&kAppointmentSet, 33293, start}, {&kCommonSet, 34070, start},
-                                           {&kAppointmentSet, 33294, end},   {&kCommonSet, 34071, end}};
-        for (const NamedValue& each : made) {
-            EXPECT_EQ(Named(answer, *each.set, each.number), each.value) << each.number;
-        }
+        EXPECT_FALSE(Named(answer, kMeetingSet, 9));
+        ExpectNamed(answer, taken);
+        ExpectNamed(answer, made);
         EXPECT_EQ(answer.Get<PR_OWNER_APPT_ID>(), 17);
         EXPECT_EQ(answer.Get<PR_SENSITIVITY>(), 2);
         EXPECT_EQ(answer.Get<PR_START_DATE>(), start);
@@ -395,44 +401,26 @@ TEST_F(MeetingTest, AnAnswerTakesOverWhatTheRequestTellsOfTheMeeting) {
     }
 }
 
-/// A call that fails on the way out, and what is told of it.
-struct Failing {
-    const wchar_t* member;
-    int number; ///< which call of it
-    HRESULT status;
-    int code;
-    std::wstring text;
-};
-
-std::wstring Denied(const wchar_t* text) {
-    return std::wstring(L"MAPI Subsystem error\rError: 80070005\rMAPI_E_NO_ACCESS\r") + text;
-}
-
 TEST_F(MeetingTest, ARequestThatDoesNotGoOutTellsWhy) {
-    const std::vector<Failing> failures{
-        {L"IMsgStore::GetProps", 1, E_ACCESSDENIED, -1097, Denied(L"Unable to access store properties")},
-        {L"IMsgStore::GetProps", 2, E_ACCESSDENIED, -1097, Denied(L"Unable to access store properties")},
-        {L"IMsgStore::OpenEntry", 1, E_ACCESSDENIED, -1015, L"Folder Not Found\rError: 80070005"},
-        {L"IMAPIFolder::CreateMessage", 1, E_ACCESSDENIED, -1097, Denied(L"Unable to create message")},
-        {L"IMessage::ModifyRecipients", 1, E_ACCESSDENIED, -1097, Denied(L"Failed to modify recipients.")},
-        {L"IMessage::GetRecipientTable", 1, E_ACCESSDENIED, -1097,
-         Denied(L"Error Resolving Names in Addrlist - Unable to access recipients table")},
-        {L"IMessage::SubmitMessage", 1, E_ACCESSDENIED, -1097, Denied(L"Failed to submit message")},
+    const std::vector<Fault> faults{
+        Denied(L"IMsgStore::GetProps", L"Unable to access store properties"),
+        Denied(L"IMsgStore::GetProps", L"Unable to access store properties", 2),
+        {L"IMsgStore::OpenEntry", {-1015, L"Folder Not Found\rError: 80070005"}},
+        Denied(L"IMAPIFolder::CreateMessage", L"Unable to create message"),
+        Denied(L"IMessage::ModifyRecipients", L"Failed to modify recipients."),
+        Denied(L"IMessage::GetRecipientTable",
+               L"Error Resolving Names in Addrlist - Unable to access recipients table"),
+        Denied(L"IMessage::SubmitMessage", L"Failed to submit message"),
     };
-    std::wstring id;
     NewMeeting();
-    id = Save();
-    for (const Failing& failing : failures) {
-        ASSERT_EQ(Call(L"VARD_OpenRecord", {id}), L"0");
-        Varden().Watch().FailMember(failing.member, failing.status, failing.number);
-        EXPECT_EQ(Call(L"VARD_SaveRecord", {L"Send"}), kError) << testing::PrintToString(failing.member);
-        EXPECT_TRUE(Varden().Watch().HasFailed()) << testing::PrintToString(failing.member);
-        EXPECT_EQ(LastErrorCode(), failing.code);
-        EXPECT_EQ(LastErrorText(), failing.text);
-        EXPECT_TRUE(FolderAt(World(), L"Front Desk", L"Outbox").Messages().empty()); // nothing of it stays
+    const std::wstring id = Save();
+    for (const Fault& fault : faults) {
+        OpenRecord(id);
+        ExpectFaults(L"VARD_SaveRecord", {L"Send"}, {fault});
+        EXPECT_TRUE(At(L"Outbox").Messages().empty()); // nothing of it stays
     }
     EXPECT_EQ(Stored().Get<PR_OWNER_APPT_ID>(), 1); // which makes of a retry an update
-    ASSERT_EQ(Call(L"VARD_OpenRecord", {id}), L"0");
+    OpenRecord(id);
     SendAgain();
     EXPECT_EQ(TextOf(Sent(), PR_SUBJECT_W), L"Updated: Review");
 }
@@ -444,140 +432,103 @@ TEST_F(MeetingTest, WhatTheNewMessageRefusesIsToldByItsPart) {
     Varden().Watch().KeepLines(true);
     SendAgain();
     // The headings are the last three single properties that are written.
-    const int written =
-        static_cast<int>(std::ranges::count_if(Varden().Watch().Lines(), [](const std::wstring& line) {
-            return line.find(L"MAPI32::HrSetOneProp") != std::wstring::npos;
-        }));
+    std::uint64_t call = CallsOf(L"MAPI32::HrSetOneProp") - 2;
     Varden().Watch().KeepLines(false);
-    const wchar_t* texts[]{L"Failed to set prefix message.", L"Failed to set subject.",
-                           L"Failed to set message class."};
-    for (int i = 0; i < 3; ++i) {
-        ASSERT_EQ(Call(L"VARD_OpenRecord", {id}), L"0");
-        Varden().Watch().FailMember(L"MAPI32::HrSetOneProp", E_ACCESSDENIED, written - 2 + i);
-        ExpectFailure(L"VARD_SaveRecord", {L"Send"}, -1097, Denied(texts[i]));
+    for (const wchar_t* text :
+         {L"Failed to set prefix message.", L"Failed to set subject.", L"Failed to set message class."}) {
+        OpenRecord(id);
+        ExpectFaults(L"VARD_SaveRecord", {L"Send"}, {Denied(L"MAPI32::HrSetOneProp", text, call++)});
     }
 }
 
 TEST_F(MeetingTest, AnAcceptanceThatDoesNotGoOutTellsWhy) {
-    const std::vector<Failing> failures{
-        {L"IMsgStore::OpenEntry", 1, E_ACCESSDENIED, -1097, Denied(L"Failed to open Calendar folder")},
-        {L"IMessage::CopyTo", 1, E_ACCESSDENIED, -1097,
-         Denied(L"Failed to copy properties from old meeting message to new meeting message")},
-        {L"IMessage::SaveChanges", 1, E_ACCESSDENIED, -1097,
-         Denied(L"Failed to save message after setting appointment properties")},
-        {L"IMAPIFolder::CreateMessage", 2, E_ACCESSDENIED, -1097, Denied(L"Unable to create message")},
-        {L"IMsgStore::GetProps", 1, E_ACCESSDENIED, -1097, Denied(L"Unable to access store properties")},
-        {L"IAddrBook::ResolveName", 1, E_ACCESSDENIED, -1097,
-         Denied(L"Unable to set Sent On Behalf - Failed to resolve")},
-        {L"IMAPISession::OpenAddressBook", 1, E_ACCESSDENIED, -1097,
-         Denied(L"Unable to set Sent On Behalf - unable to open Address Book.")},
-        {L"IMsgStore::GetProps", 2, E_ACCESSDENIED, -1097,
-         Denied(L"MAPI Create - Unable to access store properties.")},
-        {L"IMsgStore::GetProps", 3, E_ACCESSDENIED, -1097, Denied(L"Unable to access store properties")},
-        {L"AppointmentItem::Delete", 1, E_ACCESSDENIED, 0, L"Success"},
-        {L"MAPI32::ScCreateConversationIndex", 1, E_ACCESSDENIED, -1097,
-         Denied(L"Failed to increment Conversation Index: %s")},
-        {L"IMessage::GetRecipientTable", 1, E_ACCESSDENIED, -1097, Denied(L"Failed to get address list: %s")},
-        {L"IMessage::ModifyRecipients", 1, E_ACCESSDENIED, -1097, Denied(L"Failed to modify recipients.")},
-        {L"IMessage::SetProps", 2, E_ACCESSDENIED, -1097, Denied(L"Failed to set final properties.")},
-        {L"IMessage::SaveChanges", 6, E_ACCESSDENIED, -1097,
-         Denied(L"Failed to save message prior to submitting")},
-        {L"IMessage::SubmitMessage", 1, E_ACCESSDENIED, -1097, Denied(L"Failed to submit message")},
+    const std::vector<Fault> faults{
+        Denied(L"IMsgStore::OpenEntry", L"Failed to open Calendar folder"),
+        Denied(L"IMessage::CopyTo",
+               L"Failed to copy properties from old meeting message to new meeting message"),
+        Denied(L"IMessage::SaveChanges", L"Failed to save message after setting appointment properties"),
+        Denied(L"IMAPIFolder::CreateMessage", L"Unable to create message", 2),
+        Denied(L"IMsgStore::GetProps", L"Unable to access store properties"),
+        Denied(L"IAddrBook::ResolveName", L"Unable to set Sent On Behalf - Failed to resolve"),
+        Denied(L"IMAPISession::OpenAddressBook",
+               L"Unable to set Sent On Behalf - unable to open Address Book."),
+        Denied(L"IMsgStore::GetProps", L"MAPI Create - Unable to access store properties.", 2),
+        Denied(L"IMsgStore::GetProps", L"Unable to access store properties", 3),
+        {L"AppointmentItem::Delete", {0, L"Success"}},
+        Denied(L"MAPI32::ScCreateConversationIndex", L"Failed to increment Conversation Index: %s"),
+        Denied(L"IMessage::GetRecipientTable", L"Failed to get address list: %s"),
+        Denied(L"IMessage::ModifyRecipients", L"Failed to modify recipients."),
+        Denied(L"IMessage::SetProps", L"Failed to set final properties.", 2),
+        Denied(L"IMessage::SaveChanges", L"Failed to save message prior to submitting", 6),
+        Denied(L"IMessage::SubmitMessage", L"Failed to submit message"),
     };
-    for (const Failing& failing : failures) {
-        ASSERT_EQ(Call(L"VARD_Authenticate", {L"Outlook"}), L"0");
-        SendMeeting();
-        BecomeAttendee();
-        EXPECT_EQ(Set(L"Meeting Response", L"Accepted"), L"0");
-        Varden().Watch().FailMember(failing.member, failing.status, failing.number);
-        EXPECT_EQ(Call(L"VARD_SaveRecord", {L"ApptResponse"}), kError)
-            << testing::PrintToString(failing.member) << failing.number;
-        EXPECT_TRUE(Varden().Watch().HasFailed()) << testing::PrintToString(failing.member);
-        EXPECT_EQ(LastErrorText(), failing.text);
-        EXPECT_TRUE(FolderAt(World(), L"Front Desk", L"Inbox").Messages().empty());
+    for (const Fault& fault : faults) {
+        BeAboutToAccept();
+        ExpectFaults(L"VARD_SaveRecord", {L"ApptResponse"}, {fault});
+        EXPECT_TRUE(At(L"Inbox").Messages().empty());
     }
 }
 
 TEST_F(MeetingTest, WhatAnAcceptanceRefusesIsToldByItsPart) {
-    const auto attend = [&] {
-        ASSERT_EQ(Call(L"VARD_Authenticate", {L"Outlook"}), L"0");
-        SendMeeting();
-        BecomeAttendee();
-        EXPECT_EQ(Set(L"Meeting Response", L"Accepted"), L"0");
-    };
-    attend();
+    BeAboutToAccept();
     Varden().Watch().KeepLines(true);
     ASSERT_NE(Call(L"VARD_SaveRecord", {L"ApptResponse"}), kError);
-    const auto calls = [&](const wchar_t* member) {
-        return static_cast<int>(
-            std::ranges::count_if(Varden().Watch().Lines(), [&](const std::wstring& line) {
-                return line.find(member) != std::wstring::npos;
-            }));
-    };
-    const int written = calls(L"MAPI32::HrSetOneProp"), read = calls(L"MAPI32::HrGetOneProp");
+    const std::uint64_t written = CallsOf(L"MAPI32::HrSetOneProp"), read = CallsOf(L"MAPI32::HrGetOneProp");
     Varden().Watch().KeepLines(false);
     // The heading is written last; behind the sensitivity the index, the subject and the entry's id are read.
-    const std::vector<Failing> failures{
-        {L"MAPI32::HrSetOneProp", written - 2, E_ACCESSDENIED, -1097,
-         Denied(L"Failed to set prefix message.")},
-        {L"MAPI32::HrSetOneProp", written - 1, E_ACCESSDENIED, -1097, Denied(L"Failed to set subject.")},
-        {L"MAPI32::HrSetOneProp", written, E_ACCESSDENIED, -1097, Denied(L"Failed to set message class.")},
-        {L"MAPI32::HrGetOneProp", read - 1, E_ACCESSDENIED, -1097, Denied(L"Failed to get subject property")},
-        {L"MAPI32::HrGetOneProp", read - 3, E_ACCESSDENIED, -1097,
-         Denied(L"Failed to set Sensitivity property: %s")},
+    const std::vector<Fault> faults{
+        Denied(L"MAPI32::HrSetOneProp", L"Failed to set prefix message.", written - 2),
+        Denied(L"MAPI32::HrSetOneProp", L"Failed to set subject.", written - 1),
+        Denied(L"MAPI32::HrSetOneProp", L"Failed to set message class.", written),
+        Denied(L"MAPI32::HrGetOneProp", L"Failed to get subject property", read - 1),
+        Denied(L"MAPI32::HrGetOneProp", L"Failed to set Sensitivity property: %s", read - 3),
     };
-    for (const Failing& failing : failures) {
-        attend();
-        const auto& outbox = FolderAt(World(), L"Back Office", L"Outbox").Messages();
-        const auto& calendar = FolderAt(World(), L"Back Office", L"Calendar").Messages();
+    for (const Fault& fault : faults) {
+        BeAboutToAccept();
+        const auto& outbox = At(L"Outbox", L"Back Office").Messages();
+        const auto& calendar = At(L"Calendar", L"Back Office").Messages();
         const std::size_t unsent = outbox.size(), entries = calendar.size();
-        Varden().Watch().FailMember(failing.member, failing.status, failing.number);
-        ExpectFailure(L"VARD_SaveRecord", {L"ApptResponse"}, failing.code, failing.text);
-        const bool isSaved = failing.number != read - 3;
+        ExpectFaults(L"VARD_SaveRecord", {L"ApptResponse"}, {fault});
+        const bool isSaved = fault.number != read - 3;
         EXPECT_EQ(outbox.size(), unsent + isSaved); // it stays there
         EXPECT_EQ(calendar.size(), entries + 1);
     }
 }
 
 TEST_F(MeetingTest, PropertiesThatAnAnswerNeedsAreMissed) {
-    Folder& inbox = FolderAt(World(), L"Back Office", L"Inbox");
+    Folder& inbox = At(L"Inbox", L"Back Office");
     const std::vector<std::pair<PropertyTag, const wchar_t*>> missing{
         {PR_START_DATE, L"Failed to set StartDate property: %s"},
         {PR_END_DATE, L"Failed to set EndDate property: %s"},
         {PR_OWNER_APPT_ID, L"Failed to set Owner Appointment ID property: %s"}};
     for (const auto& [tag, text] : missing) {
-        MessageToAdd request{.messageClass = L"IPM.Schedule.Meeting.Request", .subject = L"Review"};
-        request.more.Set<PR_START_DATE>(SysTime{0x01D1000000000000});
-        request.more.Set<PR_END_DATE>(SysTime{0x01D1000000000000});
-        request.more.Set<PR_OWNER_APPT_ID>(17);
+        MessageToAdd request = Request();
         request.more.Remove(tag);
         AddMessage(inbox, request);
         BecomeAttendee();
-        EXPECT_EQ(Accept(), kError);
-        EXPECT_EQ(LastErrorText(),
-                  L"MAPI Subsystem error\rError: 8004010F\rMAPI_E_NOT_FOUND\r" + std::wstring(text));
+        EXPECT_EQ(Set(L"Meeting Response", L"Accepted"), L"0");
+        ExpectFailure(L"VARD_SaveRecord", {L"ApptResponse"}, errors::NotFound(text));
     }
 }
 
 /// The current record is a meeting that goes out again: nothing is prepared, so that its status is its own.
 TEST_F(MeetingTest, AMeetingItemIsSentAsItIs) {
-    Folder& drafts = FolderAt(World(), L"Front Desk", L"Drafts");
     Content content;
     content.properties.Set<PR_MESSAGE_CLASS_W>(L"IPM.Schedule.Meeting.Request");
     content.properties.Set<PR_SUBJECT_W>(L"Again");
     content.recipients = {Attendee(L"Back Office")};
     std::shared_ptr<Message> meeting;
-    ASSERT_EQ(drafts.Receive(std::move(content), false, meeting), S_OK);
-    ASSERT_EQ(Call(L"VARD_OpenRecord", {ToHex(meeting->EntryId())}), L"0");
+    ASSERT_EQ(At(L"Drafts").Receive(std::move(content), false, meeting), S_OK);
+    OpenRecord(ToHex(meeting->EntryId()));
     EXPECT_EQ(Call(L"VARD_SaveRecord", {L"keep open"}), ToHex(meeting->EntryId()));
-    EXPECT_TRUE(FolderAt(World(), L"Front Desk", L"Sent Items").Messages().empty());
+    EXPECT_TRUE(At(L"Sent Items").Messages().empty());
     EXPECT_EQ(Get(L"Subject"), L"Again"); // still current
     EXPECT_EQ(Call(L"VARD_SaveRecord", {L"SEND"}), ToHex(meeting->EntryId()));
     EXPECT_EQ(TextOf(Sent(), PR_MESSAGE_CLASS_W), L"IPM.Schedule.Meeting.Request");
     EXPECT_EQ(Named(Sent(), kAppointmentSet, 33303), StoredValue(5)); // without a status it counts as 3
-    ASSERT_EQ(Call(L"VARD_OpenRecord", {ToHex(meeting->EntryId())}), L"0");
-    Varden().Watch().FailMember(L"IMessage::SubmitMessage", E_ACCESSDENIED);
-    ExpectFailure(L"VARD_SaveRecord", {L"Send"}, -1097, L"MAPI Subsystem error\rFailed to send meeting");
+    OpenRecord(ToHex(meeting->EntryId()));
+    ExpectFaults(L"VARD_SaveRecord", {L"Send"},
+                 {{L"IMessage::SubmitMessage", errors::Mapi(L"Failed to send meeting")}});
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 // Records written to MSG files and opened from them.
 #include "Files.h"
-#include "ScriptTest.h"
+#include "MailboxTest.h"
 #include "standin/mailbox/Tags.h"
 
 #include <set>
@@ -10,23 +10,18 @@ namespace {
 
 using namespace standin::mailbox;
 
-class MsgFileTest : public ScriptTest {
+class MsgFileTest : public MailboxTest {
 protected:
-    void SetUp() override { LogOn(); }
-
-    Folder& Inbox() { return FolderAt(World(), L"Front Desk", L"Inbox"); }
     const TemporaryFolder& Files() const { return m_files; }
     std::wstring SaveAs(const std::wstring& path) { return Call(L"VARD_SaveRecordAsMsg", {path}); }
     /// Puts what the file holds into the Inbox as it is, and opens it.
     void OpenAsReceived(const std::wstring& path) {
-        Content content = MessageIn(path, Inbox().Names());
-        std::shared_ptr<Message> message;
-        ASSERT_EQ(Inbox().Receive(std::move(content), false, message), S_OK);
-        ASSERT_EQ(Call(L"VARD_OpenRecord", {ToHex(message->EntryId())}), L"0");
+        OpenRecord(ToHex(AddToInbox(MessageIn(path, At(L"Inbox").Names()))->EntryId()));
     }
-    void OpenMail(const wchar_t* subject) {
-        const auto message = AddMessage(Inbox(), {.subject = subject, .body = L"text"});
-        ASSERT_EQ(Call(L"VARD_OpenRecord", {ToHex(message->EntryId())}), L"0");
+    void OpenMail(const wchar_t* subject) { OpenRecord(Add({.subject = subject, .body = L"text"})); }
+    std::wstring SubjectIn(const std::wstring& file) const {
+        NamedProperties names;
+        return MessageIn(Files().File(file), names).properties.GetOr<PR_SUBJECT_W>({});
     }
 
 private:
@@ -112,19 +107,17 @@ TEST_F(MsgFileTest, FilesOfOtherClientsAreOpenedWithTheirFieldsAndAttachments) {
     }
     for (const std::wstring& path : files) {
         SCOPED_TRACE(testing::PrintToString(NameOf(path)));
-        ASSERT_EQ(Call(L"VARD_OpenSavedItem", {path}), L"0") << testing::PrintToString(LastErrorText());
+        ExpectSuccess(L"VARD_OpenSavedItem", {path});
         NamedProperties names;
         const Content original = MessageIn(path, names);
         if (original.properties.GetOr<PR_MESSAGE_CLASS_W>({}) == L"IPM.StickyNote") {
             // The message of a note is looked for by its id, which it hasn't got before it is saved.
-            EXPECT_EQ(Call(L"VARD_GetFieldData", {L"Subject"}), kError);
-            EXPECT_EQ(LastErrorCode(), -1038);
+            ExpectFailureLike(L"VARD_GetFieldData", {L"Subject"}, {-1038, L"Unable to locate record"});
             EXPECT_NE(Call(L"VARD_SaveRecord"), kError);
             continue;
         }
-        EXPECT_EQ(Call(L"VARD_GetFieldData", {L"Message Class"}),
-                  original.properties.GetOr<PR_MESSAGE_CLASS_W>(L"IPM.Note"));
-        EXPECT_EQ(Call(L"VARD_GetFieldData", {L"Subject"}), original.properties.GetOr<PR_SUBJECT_W>(L""));
+        EXPECT_EQ(Get(L"Message Class"), original.properties.GetOr<PR_MESSAGE_CLASS_W>(L"IPM.Note"));
+        EXPECT_EQ(Get(L"Subject"), original.properties.GetOr<PR_SUBJECT_W>(L""));
         EXPECT_EQ(SaveAs(Files().File(L"copy")), L"0") << testing::PrintToString(LastErrorText());
         EXPECT_EQ(Call(L"VARD_GetAttachmentCount"), std::to_wstring(original.attachments.size()));
         for (std::size_t i = 0; i < original.attachments.size(); ++i) {
@@ -152,24 +145,23 @@ TEST_F(MsgFileTest, AFileThatIsNoMessageIsNotOpened) {
         }
     }
     for (const std::wstring& path : paths) {
-        EXPECT_EQ(Call(L"VARD_OpenSavedItem", {path}), kError) << testing::PrintToString(path);
-        EXPECT_EQ(LastErrorCode(), -1016);
+        SCOPED_TRACE(testing::PrintToString(path));
+        ExpectFailureLike(L"VARD_OpenSavedItem", {path}, errors::kInvalidPath);
     }
-    ExpectFailure(L"VARD_OpenSavedItem", {L""}, -1024, L"Invalid Outlook ID");
+    ExpectFailure(L"VARD_OpenSavedItem", {L""}, errors::kInvalidId);
 }
 
 TEST_F(MsgFileTest, AFileThatOutlookWroteIsARecordOfItsKindThatCanBeChangedAndWritten) {
     OpenMail(L"first");
     ASSERT_EQ(SaveAs(Files().File(L"first.msg")), L"0");
     ASSERT_EQ(Call(L"VARD_OpenSavedItem", {Files().File(L"first.msg")}), L"0");
-    EXPECT_EQ(Call(L"VARD_GetFieldData", {L"Body"}), L"text");
-    EXPECT_EQ(Call(L"VARD_SetFieldData", {L"Subject", L"second"}), L"0");
+    EXPECT_EQ(Get(L"Body"), L"text");
+    EXPECT_EQ(Set(L"Subject", L"second"), L"0");
     EXPECT_EQ(SaveAs(Files().File(L"second.msg")), L"0");
-    EXPECT_EQ(Call(L"VARD_GetFieldData", {L"Subject"}), L"second"); // still the record
-    NamedProperties names;
-    EXPECT_EQ(MessageIn(Files().File(L"second.msg"), names).properties.GetOr<PR_SUBJECT_W>({}), L"second");
-    EXPECT_EQ(MessageIn(Files().File(L"first.msg"), names).properties.GetOr<PR_SUBJECT_W>({}), L"first");
-    EXPECT_EQ(Inbox().Messages().size(), 1u); // nothing is saved in the mailbox by that
+    EXPECT_EQ(Get(L"Subject"), L"second"); // still the record
+    EXPECT_EQ(SubjectIn(L"second.msg"), L"second");
+    EXPECT_EQ(SubjectIn(L"first.msg"), L"first");
+    EXPECT_EQ(At(L"Inbox").Messages().size(), 1u); // nothing is saved in the mailbox by that
 }
 
 TEST_F(MsgFileTest, EveryPathEndsInMsgAndAFileOfThatNameIsReplaced) {
@@ -185,9 +177,7 @@ TEST_F(MsgFileTest, EveryPathEndsInMsgAndAFileOfThatNameIsReplaced) {
     EXPECT_EQ(Files().Names().size(), 7u);
     const std::wstring replaced = Files().Add(L"old.msg", std::string(100000, 'x'));
     EXPECT_EQ(SaveAs(replaced), L"0");
-    NamedProperties names;
-    EXPECT_EQ(MessageIn(replaced, names).properties.GetOr<PR_SUBJECT_W>({}), L"x");
-    CLSID id{};
+    EXPECT_EQ(SubjectIn(L"old.msg"), L"x");
     IStorage* storage = nullptr;
     ASSERT_EQ(
         StgOpenStorage(replaced.c_str(), nullptr, STGM_READ | STGM_SHARE_EXCLUSIVE, nullptr, 0, &storage),
@@ -195,25 +185,22 @@ TEST_F(MsgFileTest, EveryPathEndsInMsgAndAFileOfThatNameIsReplaced) {
     STATSTG stat{};
     storage->Stat(&stat, STATFLAG_NONAME);
     storage->Release();
-    id = stat.clsid;
-    EXPECT_EQ(id.Data1, 0x00020D0Bu);
+    EXPECT_EQ(stat.clsid.Data1, 0x00020D0Bu);
 }
 
 TEST_F(MsgFileTest, WhatCannotBeWrittenIsTold) {
-    constexpr const wchar_t* notWritten = L"MAPI Subsystem error\r!!ERROR!!";
-    ExpectFailure(L"VARD_SaveRecordAsMsg", {Files().File(L"a.msg")}, -1097, notWritten); // no record
+    const LastError notWritten = errors::Mapi(L"!!ERROR!!");
+    ExpectFailure(L"VARD_SaveRecordAsMsg", {Files().File(L"a.msg")}, notWritten); // no record
     EXPECT_TRUE(Files().Names().empty());
     OpenMail(L"x");
     for (const std::wstring& path : {Files().File(L"none\\a.msg"), Files().File(L"a?.msg")}) {
-        ExpectFailure(L"VARD_SaveRecordAsMsg", {path}, -1097, notWritten);
+        ExpectFailure(L"VARD_SaveRecordAsMsg", {path}, notWritten);
     }
-    for (const wchar_t* member :
-         {L"MAPI32::OpenIMsgSession", L"MAPI32::OpenIMsgOnIStg", L"IMessage::CopyTo"}) {
-        Varden().Watch().FailMember(member, E_ACCESSDENIED);
-        ExpectFailure(L"VARD_SaveRecordAsMsg", {Files().File(L"a.msg")}, -1097, notWritten);
-        EXPECT_TRUE(Varden().Watch().HasFailed());
-    }
-    EXPECT_EQ(Call(L"VARD_GetFieldData", {L"Subject"}), L"x"); // still the record
+    ExpectFaults(L"VARD_SaveRecordAsMsg", {Files().File(L"a.msg")},
+                 {{L"MAPI32::OpenIMsgSession", notWritten},
+                  {L"MAPI32::OpenIMsgOnIStg", notWritten},
+                  {L"IMessage::CopyTo", notWritten}});
+    EXPECT_EQ(Get(L"Subject"), L"x"); // still the record
     EXPECT_EQ(SaveAs(Files().File(L"a.msg")), L"0");
 }
 
@@ -226,20 +213,14 @@ TEST_F(MsgFileTest, TheReasonsOfAnEmbeddedMessageThatIsNotWrittenAreTold) {
     attachment->embedded = std::make_shared<Content>(inner);
     Content content = inner;
     content.attachments.push_back(attachment);
-    std::shared_ptr<Message> message;
-    ASSERT_EQ(Inbox().Receive(content, false, message), S_OK);
-    ASSERT_EQ(Call(L"VARD_OpenRecord", {ToHex(message->EntryId())}), L"0");
+    OpenRecord(ToHex(AddToInbox(content)->EntryId()));
     const Texts save{Files().File(L"a.msg"), 1};
-    const std::wstring words = L"MAPI Subsystem error\rError: ";
-    for (const wchar_t* member :
-         {L"MAPI32::OpenIMsgSession", L"MAPI32::OpenIMsgOnIStg", L"IMessage::CopyTo"}) {
-        Varden().Watch().FailMember(member, E_ACCESSDENIED);
-        ExpectFailure(L"VARD_SaveAttachment", save, -1097,
-                      words + L"80070005\rMAPI_E_NO_ACCESS\rMAPI_E_NO_ACCESS");
-    }
-    Varden().Watch().FailMember(L"MAPI32::MAPIGetDefaultMalloc", E_OUTOFMEMORY);
-    ExpectFailure(L"VARD_SaveAttachment", save, -1097,
-                  L"MAPI Subsystem error\rSave as MSG - unable to allocate");
+    ExpectFaults(L"VARD_SaveAttachment", save,
+                 {Denied(L"MAPI32::OpenIMsgSession", L"MAPI_E_NO_ACCESS"),
+                  Denied(L"MAPI32::OpenIMsgOnIStg", L"MAPI_E_NO_ACCESS"),
+                  Denied(L"IMessage::CopyTo", L"MAPI_E_NO_ACCESS"),
+                  {L"MAPI32::MAPIGetDefaultMalloc", errors::Mapi(L"Save as MSG - unable to allocate"),
+                   E_OUTOFMEMORY}});
     constexpr auto refuse = [](IStorage*, REFCLSID) { return static_cast<HRESULT>(STG_E_ACCESSDENIED); };
     auto* const refused = reinterpret_cast<void*>(static_cast<HRESULT(WINAPI*)(IStorage*, REFCLSID)>(refuse));
     void* const real = ReplaceImport(Varden().Module(), "ole32.dll", "WriteClassStg", refused);
@@ -249,16 +230,12 @@ TEST_F(MsgFileTest, TheReasonsOfAnEmbeddedMessageThatIsNotWrittenAreTold) {
         << testing::PrintToString(LastErrorText());
     ReplaceImport(Varden().Module(), "ole32.dll", "WriteClassStg", real);
     Varden().Watch().Deviate().copyProblem = MAPI_E_NOT_ENOUGH_MEMORY;
-    EXPECT_EQ(Call(L"VARD_SaveAttachment", save), kError);
-    EXPECT_TRUE(LastErrorText().starts_with(L"MAPI Subsystem error\r"))
-        << testing::PrintToString(LastErrorText());
+    ExpectFailureLike(L"VARD_SaveAttachment", save, errors::Mapi(L""));
     EXPECT_NE(LastErrorText().find(L"8007000E"), std::wstring::npos)
         << testing::PrintToString(LastErrorText());
     Varden().Watch().Deviate() = {};
     EXPECT_TRUE(CreateDirectoryW(Files().File(L"folder.msg").c_str(), nullptr)); // stands in the way
-    EXPECT_EQ(Call(L"VARD_SaveAttachment", {Files().File(L"folder.msg"), 1}), kError);
-    EXPECT_EQ(LastErrorCode(), -1097);
-    EXPECT_TRUE(LastErrorText().starts_with(words + L"8")) << testing::PrintToString(LastErrorText());
+    ExpectFailureLike(L"VARD_SaveAttachment", {Files().File(L"folder.msg"), 1}, errors::Mapi(L"Error: 8"));
     EXPECT_EQ(Call(L"VARD_SaveAttachment", save), L"0");
 }
 

@@ -1,11 +1,11 @@
 // Mail that real Outlook wrote, in a mailbox folder, walked by scripts; and the same mailbox read by a
 // VBScript, a client that is none of ours.
-#include "ScriptTest.h"
+#include "FieldTest.h"
+#include "Files.h"
 #include "tests/mailbox/Json.h"
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
 #include <sstream>
 
 namespace varden::tests {
@@ -21,34 +21,36 @@ std::wstring FromUtf8(const std::string& text) {
     return wide;
 }
 
-std::vector<std::wstring> LinesOf(const fs::path& file) {
-    std::ifstream in(file, std::ios::binary);
-    std::vector<std::wstring> lines;
+Strings LinesOf(const fs::path& file) {
+    std::istringstream in(BytesIn(file.wstring()));
+    Strings lines;
     for (std::string line; std::getline(in, line);) {
-        line.erase(std::remove(line.begin(), line.end(), '\r'), line.end());
+        std::erase(line, '\r');
         lines.push_back(FromUtf8(line));
     }
     return lines;
 }
 
-class RealMailTest : public ScriptTest {
-protected:
-    RealMailTest()
-        : m_folder(fs::temp_directory_path() / (L"real-mail-" + std::to_wstring(GetCurrentProcessId()))) {
-        fs::remove_all(m_folder);
-    }
-    ~RealMailTest() override {
-        std::error_code ignored;
-        fs::remove_all(m_folder, ignored);
-    }
+const fs::path& RealFiles() {
+    static const fs::path folder = RepositoryPath(L"../shared/msg");
+    return folder;
+}
 
-    fs::path Inbox() const { return m_folder / L"Front Desk" / L"Inbox"; }
-    fs::path MailboxFolder() const { return m_folder; }
-    void OpenMailbox() { ASSERT_TRUE(Outlook().OpenMailbox(m_folder.wstring()).ok); }
-    std::wstring Get(const wchar_t* field) { return Call(L"VARD_GetFieldData", {field}); }
+class RealMailTest : public MailboxTest {
+protected:
+    void SetUp() override {} // logs on once the mailbox is filled
+
+    fs::path Inbox() const { return fs::path(MailboxFolder()) / L"Front Desk" / L"Inbox"; }
+    std::wstring MailboxFolder() const { return m_folder.File(L"mailbox"); }
+    void OpenMailbox() { ASSERT_TRUE(Outlook().OpenMailbox(MailboxFolder()).ok); }
+    void OpenInbox() {
+        LogOn();
+        Open(L"/Inbox");
+    }
+    Strings RunScript(const char* script);
 
 private:
-    fs::path m_folder;
+    TemporaryFolder m_folder;
 };
 
 /// The addresses of one kind of recipient.
@@ -63,24 +65,22 @@ std::wstring Addresses(const Json& facts, const wchar_t* type) {
 }
 
 TEST_F(RealMailTest, IsWalkedWithItsClassSubjectSenderAndRecipients) {
-    const fs::path source = RepositoryPath(L"../shared/msg");
-    if (!fs::exists(source)) {
+    if (!fs::exists(RealFiles())) {
         GTEST_SKIP() << "the folder of real MSG files is missing";
     }
     OpenMailbox();
     std::map<std::wstring, Json> mails; // by file
-    for (const std::wstring& line : LinesOf(source / L"facts.jsonl")) {
+    for (const std::wstring& line : LinesOf(RealFiles() / L"facts.jsonl")) {
         Json facts = standin::mailbox::test::ParseJson(line);
         if (facts.Text(L"messageClass") == L"IPM.Note" && !facts.Text(L"file").starts_with(L"damaged")) {
             const fs::path copy = Inbox() / facts.Text(L"file");
-            fs::copy_file(source / facts.Text(L"file"), copy);
+            fs::copy_file(RealFiles() / facts.Text(L"file"), copy);
             fs::permissions(copy, fs::perms::owner_write, fs::perm_options::add);
             mails.emplace(facts.Text(L"file"), std::move(facts));
         }
     }
     OpenMailbox();
-    LogOn();
-    ASSERT_EQ(Call(L"VARD_OpenFolder", {L"/Inbox"}), L"0");
+    OpenInbox();
     EXPECT_EQ(Call(L"VARD_GetRecordCount"), std::to_wstring(mails.size()));
     std::size_t walked = 0;
     for (std::wstring id = Call(L"VARD_GetFirstRecord"); id != L"End"; id = Call(L"VARD_GetNextRecord")) {
@@ -117,11 +117,10 @@ TEST_F(RealMailTest, IsWalkedWithItsClassSubjectSenderAndRecipients) {
 }
 
 /// Runs a VBScript on the mailbox folder; gives the lines that it printed.
-std::vector<std::wstring> RunScript(const fs::path& folder, const char* script) {
-    const fs::path file = folder.wstring() + L".vbs", output = folder.wstring() + L".txt";
-    std::ofstream(file) << script;
-    SetEnvironmentVariableW(L"VARDEN_MAILBOX", folder.c_str());
-    std::wstring line = L"cmd /c cscript //nologo " + file.wstring() + L" > " + output.wstring() + L" 2>&1";
+Strings RealMailTest::RunScript(const char* script) {
+    const std::wstring file = m_folder.Add(L"script.vbs", script), output = m_folder.File(L"output.txt");
+    SetEnvironmentVariableW(L"VARDEN_MAILBOX", MailboxFolder().c_str());
+    std::wstring line = L"cmd /c cscript //nologo " + file + L" > " + output + L" 2>&1";
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
     PROCESS_INFORMATION process{};
@@ -133,10 +132,7 @@ std::vector<std::wstring> RunScript(const fs::path& folder, const char* script) 
     CloseHandle(process.hThread);
     CloseHandle(process.hProcess);
     SetEnvironmentVariableW(L"VARDEN_MAILBOX", nullptr);
-    std::vector<std::wstring> lines = LinesOf(output);
-    fs::remove(file);
-    fs::remove(output);
-    return lines;
+    return LinesOf(output);
 }
 
 TEST_F(RealMailTest, AScriptEngineReadsTheSameValues) {
@@ -146,18 +142,17 @@ TEST_F(RealMailTest, AScriptEngineReadsTheSameValues) {
         mail.more.Set<PR_IMPORTANCE>(2);
         mail.more.Set<PR_SENDER_EMAIL_ADDRESS_W>(L"service.north@example.com ");
         mail.more.Set<PR_DISPLAY_TO_W>(L"Front Desk");
-        AddMessage(FolderAt(World(), L"Front Desk", L"Inbox"), mail);
+        Add(mail);
     }
-    LogOn();
-    ASSERT_EQ(Call(L"VARD_OpenFolder", {L"/Inbox"}), L"0");
-    std::vector<std::wstring> expected;
+    OpenInbox();
+    Strings expected;
     for (std::wstring id = Call(L"VARD_GetFirstRecord"); id != L"End"; id = Call(L"VARD_GetNextRecord")) {
         ASSERT_NE(id, kError);
         expected.push_back(id + L"|" + Get(L"Subject") + L"|" + Get(L"Sender Email Address") + L"|" +
                            (Get(L"Importance") == L"High" ? L"2" : L"?") + L"|" + Get(L"Body"));
     }
     ASSERT_EQ(expected.size(), 3u);
-    EXPECT_EQ(RunScript(MailboxFolder(), R"(
+    EXPECT_EQ(RunScript(R"(
         Set session = CreateObject("Outlook.Application").GetNamespace("MAPI")
         session.Logon "Outlook"
         For Each mail In session.GetDefaultFolder(6).Items
@@ -167,12 +162,38 @@ TEST_F(RealMailTest, AScriptEngineReadsTheSameValues) {
               expected);
 }
 
-/// What another reader makes of the stored patterns, in the words of scripts.
-TEST_F(RealMailTest, RecurrencePatternsAreReadWhole) {
-    const fs::path folder = RepositoryPath(L"../shared/msg");
-    if (!fs::exists(folder)) {
-        GTEST_SKIP() << "the folder of real MSG files is missing";
+class RealAppointmentTest : public FieldTest {
+protected:
+    RealAppointmentTest() : FieldTest(L"Calendar") {}
+
+    void SetUp() override {
+        if (!fs::exists(RealFiles())) {
+            GTEST_SKIP() << "the folder of real MSG files is missing";
+        }
+        FieldTest::SetUp();
     }
+    /// The appointment, received into the Calendar, shows these facts.
+    void ExpectFacts(const wchar_t* file, const FieldTexts& facts) {
+        std::shared_ptr<standin::mailbox::Message> message;
+        ASSERT_EQ(Home().Receive(MessageIn(RealFiles() / file, Home().Names()), false, message), S_OK);
+        OpenRecord(standin::mailbox::ToHex(message->EntryId()));
+        ExpectReads(facts);
+    }
+};
+
+TEST_F(RealAppointmentTest, ShowsItsFacts) {
+    ExpectFacts(L"msgClassAppointment.msg", {{L"Subject", L"Quick brown fox"},
+                                             {L"Organizer", L"Allison, Timothy B."},
+                                             {L"Recurrence State", L"Not Recurring"}});
+    EXPECT_TRUE(Get(L"Body").starts_with(L"This is a meeting to discuss j"));
+    ExpectFacts(L"appointment-weekly.msg",
+                {{L"Subject", L"A weekly 1"}, {L"Duration", L"30"}, {L"Recurrence State", L"Master"}});
+    EXPECT_TRUE(Get(L"Binary Recurrence").starts_with(L"043004300B200100")); // a weekly pattern
+    ExpectFacts(L"appointment-daily.msg", {{L"Subject", L"A daily 1"}, {L"All Day Event", L"True"}});
+}
+
+/// What another reader makes of the stored patterns, in the words of scripts.
+TEST_F(RealAppointmentTest, ShowsItsWholeRecurrencePattern) {
     struct Fields {
         const wchar_t* name;
         const wchar_t* weekly;
@@ -194,13 +215,12 @@ TEST_F(RealMailTest, RecurrencePatternsAreReadWhole) {
         {L"Duration", L"30", L"1440"},
         {L"Regenerate", L"False", L"False"},
     };
-    LogOn();
     for (const bool isWeekly : {true, false}) {
-        const fs::path file = folder / (isWeekly ? L"appointment-weekly.msg" : L"appointment-daily.msg");
-        ASSERT_EQ(Call(L"VARD_OpenSavedItem", {file.wstring()}), L"0");
-        ASSERT_EQ(Call(L"VARD_RPOpenRecurrencePattern"), L"0");
-        for (const Fields& each : kExpected) {
-            EXPECT_EQ(Get(each.name), isWeekly ? each.weekly : each.daily) << isWeekly << each.name;
+        const fs::path file = RealFiles() / (isWeekly ? L"appointment-weekly.msg" : L"appointment-daily.msg");
+        ExpectSuccess(L"VARD_OpenSavedItem", {file.wstring()});
+        ExpectSuccess(L"VARD_RPOpenRecurrencePattern", {});
+        for (const auto& [name, weekly, daily] : kExpected) {
+            ExpectReads({{name, isWeekly ? weekly : daily}});
         }
     }
 }

@@ -1,5 +1,5 @@
 // Folders by their role: default folders by a word, other users' folders.
-#include "ScriptTest.h"
+#include "MailboxTest.h"
 
 #include <algorithm>
 
@@ -8,10 +8,7 @@ namespace {
 
 using namespace standin::mailbox;
 
-class RoleFolderTest : public ScriptTest {
-protected:
-    void SetUp() override { LogOn(); }
-};
+class RoleFolderTest : public MailboxTest {};
 
 TEST_F(RoleFolderTest, EachWordNamesTheDefaultFolderForItsPurpose) {
     const std::vector<std::pair<const wchar_t*, const wchar_t*>> words{
@@ -27,8 +24,7 @@ TEST_F(RoleFolderTest, EachWordNamesTheDefaultFolderForItsPurpose) {
         {L"Drafts", L"Drafts"},
         {L"All Public Folders", L"All Public Folders"},
         {L"Junk", L"Junk E-mail"},
-        {L"Root", L"Front Desk"},
-    };
+        {L"Root", L"Front Desk"}};
     EXPECT_EQ(Call(L"VARD_OpenRootFolder", {L"Archive"}), L"0"); // makes no difference
     for (const auto& [word, name] : words) {
         EXPECT_EQ(Call(L"VARD_GetDefaultFolderName", {word}), name);
@@ -39,62 +35,57 @@ TEST_F(RoleFolderTest, EachWordNamesTheDefaultFolderForItsPurpose) {
     for (const wchar_t* word : {L"Sent Items", L"", L"Inbox ", L"6"}) {
         ExpectFailure(L"VARD_GetDefaultFolderName", {word}, -1088, L"Invalid folder type");
     }
-    ExpectFailure(L"VARD_GetFolderID", {}, -1026, L"Must navigate to a folder before operation"); // none
+    ExpectFailure(L"VARD_GetFolderID", {}, errors::kNoFolder); // none
 }
 
 TEST_F(RoleFolderTest, ADefaultFolderThatIsNotReachedIsToldAndEndsTheRecord) {
-    ASSERT_EQ(Call(L"VARD_NewRecord", {L"Mail"}), L"0");
-    Varden().Watch().FailMember(L"NameSpace::GetDefaultFolder", MAPI_E_NOT_FOUND);
-    ExpectFailure(L"VARD_GetDefaultFolderName", {L"Junk"}, -1097,
-                  L"MAPI Subsystem error\rError: 8004010F\rMAPI_E_NOT_FOUND");
-    ExpectFailure(L"VARD_GetFieldData", {L"Subject"}, -1038,
-                  L"Unable to locate record\rno current message selected");
-    Varden().Watch().FailMember(L"NameSpace::GetDefaultFolder", MAPI_E_NOT_FOUND);
+    New(L"Mail");
+    ExpectFaults(L"VARD_GetDefaultFolderName", {L"Junk"},
+                 {{L"NameSpace::GetDefaultFolder", errors::NotFound(), MAPI_E_NOT_FOUND}});
+    ExpectNoCurrentRecord();
+    Fail(L"NameSpace::GetDefaultFolder", MAPI_E_NOT_FOUND);
     EXPECT_EQ(Call(L"VARD_GetDefaultFolderName", {L"root"}), L"Front Desk"); // isn't asked for
 }
 
 TEST_F(RoleFolderTest, AnotherUsersFolderBecomesTheCurrentOne) {
-    Folder& contacts = FolderAt(World(), L"Back Office", L"Contacts");
-    AddMessage(contacts, {.messageClass = L"IPM.Contact", .subject = L"Ann"});
-    AddMessage(contacts, {.messageClass = L"IPM.Contact", .subject = L"Bob"});
+    Folder& contacts = At(L"Contacts", L"Back Office");
+    for (const wchar_t* name : {L"Ann", L"Bob"}) {
+        AddMessage(contacts, {.messageClass = L"IPM.Contact", .subject = name});
+    }
     std::shared_ptr<Folder> sub;
     ASSERT_EQ(contacts.CreateSubfolder({L"Customers", 2, {}}, sub), S_OK);
-    ASSERT_EQ(Call(L"VARD_OpenFolder", {L"/Contacts"}), L"0");
+    Open(L"/Contacts");
     ASSERT_EQ(Call(L"VARD_FilterByFilterString", {L"[Subject] = 'Nobody'"}), L"0");
     constexpr std::int32_t olFolderContacts = 10;
     for (const wchar_t* name : {L"Back Office", L"back.office@example.com"}) {
-        ASSERT_EQ(Call(L"VARD_OpenSharedFolder", {name, olFolderContacts}), L"0")
-            << testing::PrintToString(LastErrorText());
+        ExpectSuccess(L"VARD_OpenSharedFolder", {name, olFolderContacts});
         EXPECT_EQ(Call(L"VARD_GetFolderID"), ToHex(contacts.EntryId()));
         EXPECT_EQ(Call(L"VARD_GetFolderType"), L"Contacts");
         EXPECT_EQ(Call(L"VARD_GetRecordCount"), L"2"); // without the filter
         Call(L"VARD_GetFirstRecord");
-        EXPECT_EQ(Call(L"VARD_GetFieldData", {L"Subject"}), L"Ann");
+        EXPECT_EQ(Get(L"Subject"), L"Ann");
     }
-    EXPECT_EQ(Call(L"VARD_OpenFolder", {L"Customers"}), L"0"); // below the shared folder
+    Open(L"Customers"); // below the shared folder
     EXPECT_EQ(Call(L"VARD_GetFolderID"), ToHex(sub->EntryId()));
-    EXPECT_EQ(Call(L"VARD_OpenFolder", {L"/Inbox"}), L"0"); // below the user's own root
-    EXPECT_EQ(Call(L"VARD_GetFolderID"), ToHex(FolderAt(World(), L"Front Desk", L"Inbox").EntryId()));
+    Open(L"/Inbox"); // below the user's own root
+    EXPECT_EQ(Call(L"VARD_GetFolderID"), ToHex(At(L"Inbox").EntryId()));
 }
 
 TEST_F(RoleFolderTest, ASharedFolderThatIsNotReachedIsTold) {
-    ASSERT_EQ(Call(L"VARD_OpenFolder", {L"/Drafts"}), L"0");
+    Open(L"/Drafts");
+    const LastError noAccess{-1100, L"Error accessing shared folder"};
     const std::vector<std::pair<const wchar_t*, std::int32_t>> unreachable{
         {L"Nobody Here", 10}, {L"Service", 10},   {L"Warehouse", 9}, {L"", 9},
         {L"Back Office", 99}, {L"Back Office", 0}};
     for (const auto& [name, folder] : unreachable) {
-        ExpectFailure(L"VARD_OpenSharedFolder", {name, folder}, -1100, L"Error accessing shared folder");
+        ExpectFailure(L"VARD_OpenSharedFolder", {name, folder}, noAccess);
         EXPECT_EQ(Call(L"VARD_GetCurrentFolderName"), L"Drafts");
     }
     constexpr std::int32_t olFolderCalendar = 9;
-    for (const wchar_t* member : {L"NameSpace::CreateRecipient", L"NameSpace::GetSharedDefaultFolder"}) {
-        Varden().Watch().FailMember(member, E_FAIL);
-        ExpectFailure(L"VARD_OpenSharedFolder", {L"Back Office", olFolderCalendar}, -1100,
-                      L"Error accessing shared folder");
-    }
-    Varden().Watch().FailMember(L"MAPIFolder::Items", E_FAIL);
-    ExpectFailure(L"VARD_OpenSharedFolder", {L"Back Office", olFolderCalendar}, -1100,
-                  L"Error accessing shared folder");
+    ExpectFaults(L"VARD_OpenSharedFolder", {L"Back Office", olFolderCalendar},
+                 {{L"NameSpace::CreateRecipient", noAccess, E_FAIL},
+                  {L"NameSpace::GetSharedDefaultFolder", noAccess, E_FAIL},
+                  {L"MAPIFolder::Items", noAccess, E_FAIL}});
     EXPECT_EQ(Call(L"VARD_GetCurrentFolderName"), L"Calendar"); // the folder is taken, its records aren't
 }
 

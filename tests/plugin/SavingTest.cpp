@@ -1,36 +1,33 @@
 // What VARD_SaveRecord saves, sends and answers, for each kind of record and each option.
-#include "ScriptTest.h"
+#include "MailboxTest.h"
 
 namespace varden::tests {
 namespace {
 
 using namespace standin::mailbox;
 
-constexpr const wchar_t* kNoRecord = L"Item operation called without opening/creating a record";
-
-class SavingTest : public ScriptTest {
+class SavingTest : public MailboxTest {
 protected:
-    void SetUp() override { LogOn(); }
-
-    Folder& At(const wchar_t* path, const wchar_t* store = L"Front Desk") {
-        return FolderAt(World(), store, path);
-    }
-    void New(const wchar_t* module, const std::wstring& subject) {
+    void New(const wchar_t* module, const std::wstring& subject, const wchar_t* to = L"") {
         LogOn(); // no folder is current: the record is made where its kind belongs
-        ASSERT_EQ(Call(L"VARD_NewRecord", {module}), L"0") << testing::PrintToString(LastErrorText());
+        MailboxTest::New(module);
         ASSERT_EQ(Set(L"Subject", subject), L"0");
+        if (*to) {
+            ASSERT_EQ(Set(L"To", to), L"0");
+        }
     }
-    std::wstring Set(const wchar_t* field, const std::wstring& data) {
-        return Call(L"VARD_SetFieldData", {field, data});
+    void NewDraft(const std::wstring& subject) {
+        LogOn();
+        Open(L"/Drafts");
+        MailboxTest::New(L"Mail");
+        ASSERT_EQ(Set(L"Subject", subject), L"0");
+        ASSERT_EQ(Set(L"To", L"Back Office"), L"0");
     }
-    bool HasRecord() { return Call(L"VARD_GetFieldData", {L"Message Class"}) != kError; }
+    bool HasRecord() { return Get(L"Message Class") != kError; }
     std::wstring SubjectAt(const wchar_t* path, const wchar_t* store = L"Front Desk") {
         const auto& messages = At(path, store).Messages();
         return messages.empty() ? L"(none)"
                                 : messages.back()->Current().properties.GetOr<PR_SUBJECT_W>(L"(no subject)");
-    }
-    std::shared_ptr<Message> Find(const std::wstring& id) {
-        return World().FindMessage(FromHex(id).value_or(Bytes()));
     }
 };
 
@@ -52,7 +49,7 @@ TEST_F(SavingTest, ASavedRecordIsInItsFolderUnderTheAnswer) {
         EXPECT_EQ(Call(L"VARD_SaveRecord", {L""}), id) << "an empty word is none";
         EXPECT_EQ(SubjectAt(folder), L"changed");
     }
-    EXPECT_EQ(Call(L"VARD_NewRecord", {L"Note"}), L"0");
+    MailboxTest::New(L"Note");
     EXPECT_EQ(Set(L"Body", L"Remember\r\nthe milk"), L"0");
     const std::wstring id = Call(L"VARD_SaveRecord");
     ASSERT_TRUE(Find(id));
@@ -72,31 +69,25 @@ TEST_F(SavingTest, AWordThatDoesNotKeepTheRecordLetsGoOfIt) {
             EXPECT_FALSE(HasRecord());
         }
     }
-    EXPECT_TRUE(At(L"Sent Items").Messages().empty()); // nothing of it is sent
-}
-
-TEST_F(SavingTest, ReceivedMessagesThatAreNotMailsAreSaved) {
-    for (const wchar_t* messageClass :
+    for (const wchar_t* messageClass : // messages that aren't mails
          {L"REPORT.IPM.Note.NDR", L"IPM.TaskRequest", L"IPM.Schedule.Meeting.Request"}) {
-        const auto message = AddMessage(At(L"Inbox"), {.messageClass = messageClass, .subject = L"old"});
-        const std::wstring id = ToHex(message->EntryId());
-        ASSERT_EQ(Call(L"VARD_OpenRecord", {id}), L"0");
+        const std::wstring id = Add({.messageClass = messageClass, .subject = L"old"});
+        OpenRecord(id);
         EXPECT_EQ(Call(L"VARD_SaveRecord", {L"keep open"}), id) << testing::PrintToString(messageClass);
         EXPECT_TRUE(HasRecord());
         EXPECT_EQ(Call(L"VARD_SaveRecord", {L"DontSend"}), id);
         EXPECT_FALSE(HasRecord());
     }
-    EXPECT_TRUE(At(L"Sent Items").Messages().empty());
+    EXPECT_TRUE(At(L"Sent Items").Messages().empty()); // nothing of it is sent
 }
 
 TEST_F(SavingTest, ThereIsNothingToSaveWithoutARecordOfAKindThatIsSaved) {
-    ExpectFailure(L"VARD_SaveRecord", {}, -1023, kNoRecord);
+    ExpectFailure(L"VARD_SaveRecord", {}, errors::kNoRecord);
     for (const wchar_t* messageClass :
          {L"IPM.Remote", L"IPM.Sharing", L"IPM.TaskRequest.Accept", L"IPM.TaskRequest.Decline",
           L"IPM.TaskRequest.Update", L"IPM.Document.txtfile"}) {
-        const auto message = AddMessage(At(L"Inbox"), {.messageClass = messageClass});
-        ASSERT_EQ(Call(L"VARD_OpenRecord", {ToHex(message->EntryId())}), L"0");
-        ExpectFailure(L"VARD_SaveRecord", {L"DontSend"}, -1023, kNoRecord);
+        OpenRecord(Add({.messageClass = messageClass}));
+        ExpectFailure(L"VARD_SaveRecord", {L"DontSend"}, errors::kNoRecord);
         EXPECT_TRUE(HasRecord());
     }
 }
@@ -104,12 +95,8 @@ TEST_F(SavingTest, ThereIsNothingToSaveWithoutARecordOfAKindThatIsSaved) {
 TEST_F(SavingTest, AMailGoesOutUnlessToldNotTo) {
     const std::vector<Texts> options{{}, {L"Send"}, {L"keep open"}, {L"nonsense"}};
     for (const Texts& option : options) {
-        LogOn();
-        ASSERT_EQ(Call(L"VARD_OpenFolder", {L"/Drafts"}), L"0");
-        ASSERT_EQ(Call(L"VARD_NewRecord", {L"Mail"}), L"0");
         const std::wstring subject = option.empty() ? L"no word" : option[0].AsText();
-        Set(L"Subject", subject);
-        Set(L"To", L"Back Office");
+        NewDraft(subject);
         Set(L"Cc", L"warehouse@example.com");
         const std::wstring id = Call(L"VARD_SaveRecord", option);
         const auto parts = ParseObjectEntryId(FromHex(id).value_or(Bytes()));
@@ -130,16 +117,13 @@ TEST_F(SavingTest, AMailGoesOutUnlessToldNotTo) {
 
 TEST_F(SavingTest, AMailThatIsNotToBeSentStaysInItsFolder) {
     for (const wchar_t* word : {L"DontSend", L"Dont Send", L"dontsend", L"DONT SEND"}) {
-        ASSERT_EQ(Call(L"VARD_OpenFolder", {L"/Drafts"}), L"0");
-        ASSERT_EQ(Call(L"VARD_NewRecord", {L"Mail"}), L"0");
-        Set(L"To", L"Back Office");
-        Set(L"Subject", word);
+        NewDraft(word);
         const std::wstring id = Call(L"VARD_SaveRecord", {word});
         ASSERT_TRUE(Find(id));
         EXPECT_EQ(Find(id)->ParentFolder(), &At(L"Drafts"));
         EXPECT_FALSE(HasRecord());
         // Opened anew, it can still be sent.
-        ASSERT_EQ(Call(L"VARD_OpenRecord", {id}), L"0");
+        OpenRecord(id);
         EXPECT_NE(Call(L"VARD_SaveRecord"), kError);
         EXPECT_EQ(SubjectAt(L"Inbox", L"Back Office"), word);
         EXPECT_FALSE(Find(id)); // it has moved on
@@ -150,48 +134,37 @@ TEST_F(SavingTest, AMailThatIsNotToBeSentStaysInItsFolder) {
 TEST_F(SavingTest, AMailThatCannotGoOutStaysInTheOutbox) {
     for (const wchar_t* to : {L"", L"Service", L"Nobody Here"}) { // none, ambiguous, unknown
         const std::size_t before = At(L"Outbox").Messages().size();
-        New(L"Mail", std::wstring(L"to <") + to + L">");
-        if (*to) {
-            EXPECT_EQ(Set(L"To", to), L"0");
-        }
-        ExpectFailure(L"VARD_SaveRecord", {}, -1025, L"Unable to save record");
+        New(L"Mail", L"stays", to);
+        ExpectFailure(L"VARD_SaveRecord", {}, errors::kNotSaved);
         EXPECT_EQ(At(L"Outbox").Messages().size(), before + 1);
         EXPECT_FALSE(HasRecord());
     }
-    New(L"Mail", L"no message");
-    Set(L"To", L"Back Office");
-    Varden().Watch().FailMember(L"IMessage::SubmitMessage", MAPI_E_NO_SUPPORT);
-    ExpectFailure(L"VARD_SaveRecord", {}, -1025, L"Unable to save record");
+    New(L"Mail", L"no message", L"Back Office");
+    ExpectFaults(L"VARD_SaveRecord", {},
+                 {{L"IMessage::SubmitMessage", errors::kNotSaved, MAPI_E_NO_SUPPORT}});
     EXPECT_TRUE(At(L"Inbox", L"Back Office").Messages().empty());
 }
 
 TEST_F(SavingTest, WhatOutlookRefusesIsToldAndLeavesTheRecord) {
     New(L"Contacts", L"Ann");
-    Varden().Watch().FailMember(L"ContactItem::Save", E_ACCESSDENIED);
-    EXPECT_EQ(Call(L"VARD_SaveRecord", {L"DontSend"}), kError);
-    EXPECT_EQ(LastErrorCode(), 999);
-    EXPECT_TRUE(LastErrorText().starts_with(L"\rError: 80070005\nMessage:"))
-        << testing::PrintToString(LastErrorText());
+    Fail(L"ContactItem::Save");
+    ExpectFailureLike(L"VARD_SaveRecord", {L"DontSend"}, {999, L"\rError: 80070005\nMessage:"});
     EXPECT_TRUE(HasRecord());
     EXPECT_NE(Call(L"VARD_SaveRecord", {L"DontSend"}), kError);
-    Varden().Watch().FailMember(L"ContactItem::EntryID", S_FALSE); // saved, it has no id to tell
     New(L"Contacts", L"Bob");
-    ExpectFailure(L"VARD_SaveRecord", {L"DontSend"}, -1025, L"Unable to save record");
+    ExpectFaults(L"VARD_SaveRecord", {L"DontSend"}, // saved, it has no id to tell
+                 {{L"ContactItem::EntryID", errors::kNotSaved, S_FALSE}});
     // A mail whose message can't be had in the Outbox isn't sent.
     for (const auto& [member, status] :
          {std::pair{L"MailItem::MAPIOBJECT", S_FALSE}, {L"IMessage::QueryInterface", E_NOINTERFACE}}) {
-        New(L"Mail", L"unsent");
-        Set(L"To", L"Back Office");
-        Varden().Watch().FailMember(member, status);
-        ExpectFailure(L"VARD_SaveRecord", {}, -1025, L"Unable to save record");
-        EXPECT_TRUE(Varden().Watch().HasFailed());
+        New(L"Mail", L"unsent", L"Back Office");
+        ExpectFaults(L"VARD_SaveRecord", {}, {{member, errors::kNotSaved, status}});
     }
     EXPECT_TRUE(At(L"Inbox", L"Back Office").Messages().empty());
     // A store that takes no writing refuses by itself.
     New(L"Tasks", L"Rest");
     World().DefaultStore()->SetReadOnly(true);
-    EXPECT_EQ(Call(L"VARD_SaveRecord"), kError);
-    EXPECT_EQ(LastErrorCode(), 999);
+    ExpectFailureLike(L"VARD_SaveRecord", {}, {999, L"\rError: "});
     EXPECT_TRUE(HasRecord());
 }
 
@@ -207,11 +180,11 @@ TEST_F(SavingTest, AnAppointmentTakesOnlyItsOwnWords) {
 }
 
 TEST_F(SavingTest, AMeetingThatCannotBeSentIsTold) {
-    const auto message = AddMessage(At(L"Inbox"), {.messageClass = L"IPM.Schedule.Meeting.Request"});
+    const std::wstring id = Add({.messageClass = L"IPM.Schedule.Meeting.Request"});
     for (const wchar_t* word : {L"Send", L"appointment"}) {
-        ASSERT_EQ(Call(L"VARD_OpenRecord", {ToHex(message->EntryId())}), L"0");
-        Varden().Watch().FailMember(L"IMsgStore::GetProps", E_FAIL);
-        ExpectFailure(L"VARD_SaveRecord", {word}, -1097, L"MAPI Subsystem error\rFailed to send meeting");
+        OpenRecord(id);
+        ExpectFaults(L"VARD_SaveRecord", {word},
+                     {{L"IMsgStore::GetProps", errors::Mapi(L"Failed to send meeting"), E_FAIL}});
         EXPECT_TRUE(HasRecord());
     }
 }

@@ -21,18 +21,16 @@ protected:
     }
 };
 
-TEST_F(SessionTest, ALogonOpensTheDefaultStoresRootFolder) {
-    LogOn();
-    EXPECT_EQ(LastErrorText(), L"Success");
-    EXPECT_EQ(LastErrorCode(), 0);
-    EXPECT_EQ(Call(L"VARD_OutlookVersion"), L"16.0.17328.20004");
-    EXPECT_EQ(Call(L"VARD_OpenFolder", {L"/Inbox"}), L"0");
-    EXPECT_EQ(Call(L"VARD_GetDefaultFolderName", {L"root"}), L"Front Desk");
-}
-
-TEST_F(SessionTest, NothingIsNeededButTheDefaultProfile) {
-    EXPECT_EQ(Call(L"VARD_Authenticate", {}), L"0");
-    EXPECT_EQ(Call(L"VARD_Authenticate", {L"Outlook", L"any password"}), L"0");
+TEST_F(SessionTest, ALogonNeedsTheDefaultProfileOnlyAndOpensTheDefaultStoresRootFolder) {
+    const std::vector<Texts> logons{{}, {L"Outlook"}, {L"Outlook", L"any password"}};
+    for (const Texts& arguments : logons) {
+        EXPECT_EQ(Call(L"VARD_Authenticate", arguments), L"0");
+        EXPECT_EQ(LastErrorText(), L"Success");
+        EXPECT_EQ(LastErrorCode(), 0);
+        EXPECT_EQ(Call(L"VARD_OutlookVersion"), L"16.0.17328.20004");
+        EXPECT_EQ(Call(L"VARD_OpenFolder", {L"/Inbox"}), L"0");
+        EXPECT_EQ(Call(L"VARD_GetDefaultFolderName", {L"root"}), L"Front Desk");
+    }
 }
 
 TEST_F(SessionTest, ASecondLogonReplacesTheSessionAndLeavesTheFirstStanding) {
@@ -61,59 +59,50 @@ TEST_F(SessionTest, OutlookVersionsUpTo16AreSupported) {
     }
 }
 
-struct LogonFailure {
-    const char* name;
-    std::function<void(Plugin&)> arrange;
-    int code;
-    const wchar_t* text;
-};
-
-class LogonFailureTest : public SessionTest, public testing::WithParamInterface<LogonFailure> {};
-
-TEST_P(LogonFailureTest, IsToldAndLeavesNoSession) {
-    GetParam().arrange(Varden());
-    ExpectFailure(L"VARD_Authenticate", {L"Outlook"}, GetParam().code, GetParam().text);
-    const auto live = Outlook().Live();
-    EXPECT_EQ(live.outlookObjects, 0);
-    EXPECT_EQ(live.mapiObjects, 0);
-    EXPECT_EQ(live.mapiBuffers, 0);
-    ExpectNoSession();
-    Outlook().Reset();
-    Varden().Watch().Reset();
-    ExpectWorkingSession();
-}
-
-std::function<void(Plugin&)> Failing(const wchar_t* member, HRESULT status, int number = 1) {
-    return [=](Plugin& plugin) {
-        plugin.Watch().FailMember(member, status, static_cast<std::uint64_t>(number));
-    };
+std::function<void(Plugin&)> Failing(const wchar_t* member, HRESULT status) {
+    return [=](Plugin& plugin) { plugin.Watch().FailMember(member, status); };
 }
 
 std::function<void(Plugin&)> Switching(void (Control::*switchOn)(bool)) {
     return [=](Plugin& plugin) { (plugin.Outlook().*switchOn)(true); };
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Logon, LogonFailureTest,
-    testing::Values(LogonFailure{"NoNamespace", Switching(&Control::WithholdNamespace), -200,
-                                 L"Library failed to load\rMAPI Load Failed"},
-                    LogonFailure{"Refused",
-                                 [](Plugin& plugin) { plugin.Outlook().RefuseLogon(MAPI_E_LOGON_FAILED); },
-                                 -1000, L"Outlook Logon Failed\r-1001 UNABLE TO Logon 0x80040111"},
-                    LogonFailure{"MapiNotInitialized", Failing(L"MAPI32::MAPIInitialize", MAPI_E_VERSION),
-                                 -1000, L"Outlook Logon Failed\rError: 80040110\rMAPI_E_VERSION"},
-                    LogonFailure{"NoMapiObject", Switching(&Control::WithholdMapiObject), -1000,
-                                 L"Outlook Logon Failed\rError creating IUnknown"},
-                    LogonFailure{"NoMapiSession", Failing(L"IMAPISession::QueryInterface", E_NOINTERFACE),
-                                 -1000,
-                                 L"Outlook Logon Failed\rError: 80004002\rMAPI_E_INTERFACE_NOT_SUPPORTED"},
-                    LogonFailure{"NoStoresTable", Failing(L"IMAPISession::GetMsgStoresTable", E_ACCESSDENIED),
-                                 -1000, L"Outlook Logon Failed\rUnable to get message stores table"},
-                    LogonFailure{"NoInbox", Failing(L"NameSpace::GetDefaultFolder", MAPI_E_NOT_FOUND), -1000,
-                                 L"Outlook Logon Failed\rError: 8004010F\rUnable to open Inbox"}),
-    [](const auto& info) { return info.param.name; });
+TEST_F(SessionTest, ALogonThatFailsIsToldAndLeavesNoSession) {
+    struct LogonFailure {
+        std::function<void(Plugin&)> arrange;
+        int code;
+        const wchar_t* text;
+    };
+    const LogonFailure failures[]{
+        {Switching(&Control::WithholdNamespace), -200, L"Library failed to load\rMAPI Load Failed"},
+        {[](Plugin& plugin) { plugin.Outlook().RefuseLogon(MAPI_E_LOGON_FAILED); }, -1000,
+         L"Outlook Logon Failed\r-1001 UNABLE TO Logon 0x80040111"},
+        {Failing(L"MAPI32::MAPIInitialize", MAPI_E_VERSION), -1000,
+         L"Outlook Logon Failed\rError: 80040110\rMAPI_E_VERSION"},
+        {Switching(&Control::WithholdMapiObject), -1000, L"Outlook Logon Failed\rError creating IUnknown"},
+        {Failing(L"IMAPISession::QueryInterface", E_NOINTERFACE), -1000,
+         L"Outlook Logon Failed\rError: 80004002\rMAPI_E_INTERFACE_NOT_SUPPORTED"},
+        {Failing(L"IMAPISession::GetMsgStoresTable", E_ACCESSDENIED), -1000,
+         L"Outlook Logon Failed\rUnable to get message stores table"},
+        {Failing(L"NameSpace::GetDefaultFolder", MAPI_E_NOT_FOUND), -1000,
+         L"Outlook Logon Failed\rError: 8004010F\rUnable to open Inbox"},
+    };
+    for (const auto& [arrange, code, text] : failures) {
+        SCOPED_TRACE(testing::PrintToString(text));
+        arrange(Varden());
+        ExpectFailure(L"VARD_Authenticate", {L"Outlook"}, code, text);
+        const auto live = Outlook().Live();
+        EXPECT_EQ(live.outlookObjects, 0);
+        EXPECT_EQ(live.mapiObjects, 0);
+        EXPECT_EQ(live.mapiBuffers, 0);
+        ExpectNoSession();
+        Outlook().Reset();
+        Varden().Watch().Reset();
+        ExpectWorkingSession();
+    }
+}
 
-TEST_F(SessionTest, ADefaultStoreThatCannotBeOpenedIsNoFailureOfTheLogon) {
+TEST_F(SessionTest, NeitherTheDefaultStoreNorPublicFoldersAreNeeded) {
     for (const wchar_t* member :
          {L"IMAPISession::OpenMsgStore", L"IMAPITable::SetColumns", L"MAPI32::HrQueryAllRows"}) {
         Varden().Watch().FailMember(member, E_FAIL);
@@ -122,10 +111,8 @@ TEST_F(SessionTest, ADefaultStoreThatCannotBeOpenedIsNoFailureOfTheLogon) {
     }
     World().DefaultStore()->SetRowWithoutEntryId(true);
     EXPECT_EQ(Call(L"VARD_Authenticate", {L"Outlook"}), L"0");
-}
-
-TEST_F(SessionTest, WithoutPublicFoldersTheLogonIsComplete) {
-    Varden().Watch().FailMember(L"NameSpace::GetDefaultFolder", MAPI_E_NOT_FOUND, 2);
+    constexpr std::uint64_t forPublicFolders = 2;
+    Varden().Watch().FailMember(L"NameSpace::GetDefaultFolder", MAPI_E_NOT_FOUND, forPublicFolders);
     EXPECT_EQ(Call(L"VARD_Authenticate", {L"Outlook"}), L"0");
     EXPECT_TRUE(Varden().Watch().HasFailed());
 }

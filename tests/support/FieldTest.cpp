@@ -42,23 +42,44 @@ std::wstring DateAsShown(const wchar_t* date) {
 
 void FieldTest::SetUp() {
     LogOn();
-    ASSERT_EQ(Call(L"VARD_OpenFolder", {L"/" + m_folder}), L"0");
+    MailboxTest::Open(L"/" + m_folder);
 }
 
-PropertyTag FieldTest::TagOf(const GUID& set, std::uint32_t number, PropertyType type) {
-    return PROP_TAG(type, Home().Names().Id({set, number}, true));
+PropertyTag FieldTest::TagOf(const StoredProperty& property) {
+    if (const auto* name = std::get_if<PropertyName>(&property.key)) {
+        return MakeTag(Home().Names().Id(*name, true), TypeOf(property.value));
+    }
+    return std::get<PropertyTag>(property.key);
 }
 
-void FieldTest::Put(MessageToAdd& message, const std::vector<NumberedProperty>& values) {
-    for (const NumberedProperty& each : values) {
-        message.more.Put(TagOf(each.set, each.number, each.type), each.value);
+void FieldTest::Put(MessageToAdd& message, const std::vector<StoredProperty>& properties) {
+    for (const StoredProperty& each : properties) {
+        message.more.Put(TagOf(each), each.value);
     }
 }
 
-std::wstring FieldTest::Open(const MessageToAdd& message) {
-    const std::wstring entryId = ToHex(AddMessage(Home(), message)->EntryId());
-    EXPECT_EQ(Call(L"VARD_OpenRecord", {entryId}), L"0") << testing::PrintToString(LastErrorText());
+void FieldTest::Put(MessageToAdd& message, const FieldTexts& fields) {
+    for (const FieldText& each : fields) {
+        if (each.property.IsThere()) {
+            message.more.Put(TagOf(each.property), each.property.value);
+        }
+    }
+}
+
+std::wstring FieldTest::Open(const MessageToAdd& message, std::vector<PropertyBag> recipients) {
+    auto added = AddMessage(Home(), message);
+    if (!recipients.empty()) {
+        Content content = added->Current();
+        content.recipients = std::move(recipients);
+        EXPECT_EQ(Home().Receive(std::move(content), false, added), S_OK);
+    }
+    const std::wstring entryId = ToHex(added->EntryId());
+    OpenRecord(entryId);
     return entryId;
+}
+
+void FieldTest::Save() {
+    EXPECT_NE(Call(L"VARD_SaveRecord"), kError) << testing::PrintToString(LastErrorText());
 }
 
 const Content& FieldTest::Stored() {
@@ -68,87 +89,139 @@ const Content& FieldTest::Stored() {
     return Home().Messages().back()->Current();
 }
 
+const PropertyValue* FieldTest::StoredValue(const GUID& set, std::uint32_t number) {
+    return Stored().properties.Find(MakeTag(Home().Names().Id({set, number}, true), PT_UNSPECIFIED));
+}
+
+void FieldTest::ExpectStored(const StoredProperty& property) {
+    const PropertyValue* value = Stored().properties.Find(TagOf(property));
+    EXPECT_TRUE(value && *value == property.value) << "another value is stored, or none";
+}
+
 void FieldTest::ExpectReads(const FieldTexts& fields) {
     for (const FieldText& each : fields) {
-        EXPECT_EQ(Get(each.field), each.text)
-            << testing::PrintToString(each.field) << testing::PrintToString(LastErrorText());
+        EXPECT_EQ(Get(each.field), each.text) << testing::PrintToString(each.field);
+        EXPECT_EQ(LastErrorText(), L"Success") << testing::PrintToString(each.field);
     }
-    EXPECT_EQ(LastErrorText(), L"Success");
+}
+
+std::wstring FieldTest::ExpectShown(MessageToAdd message, const FieldTexts& fields) {
+    Put(message, fields);
+    const std::wstring entryId = Open(message);
+    ExpectReads(fields);
+    return entryId;
+}
+
+std::wstring FieldTest::ExpectBothWays(const MessageToAdd& message, const FieldTexts& fields) {
+    for (const FieldText& each : fields) {
+        Open({.messageClass = message.messageClass});
+        ExpectWrites({{each.field, each.text, each.text, each.property}});
+        EXPECT_EQ(Call(L"VARD_VerifyFieldData", {each.field, each.text}), L"0")
+            << testing::PrintToString(each.field);
+    }
+    return ExpectShown(message, fields);
 }
 
 void FieldTest::ExpectWrites(const FieldWrites& fields) {
     for (const FieldWrite& each : fields) {
-        EXPECT_EQ(Set(each.field, each.data), L"0")
-            << testing::PrintToString(each.field) << testing::PrintToString(LastErrorText());
-        EXPECT_EQ(Get(each.field), each.read) << testing::PrintToString(each.field);
+        SCOPED_TRACE(testing::PrintToString(each.field) + testing::PrintToString(each.data));
+        EXPECT_EQ(Set(each.field, each.data), L"0");
+        EXPECT_EQ(LastErrorText(), L"Success");
+        EXPECT_EQ(Get(each.field), each.read);
+        if (each.property.IsThere()) {
+            Save();
+            ExpectStored(each.property);
+        }
     }
 }
 
-void FieldTest::ExpectUnreadable(const FieldNames& names) {
+void FieldTest::ExpectFailures(const wchar_t* function, const FieldNames& names, const Texts& data,
+                               const LastError& error) {
     for (const wchar_t* name : names) {
         SCOPED_TRACE(testing::PrintToString(name));
-        ExpectFailure(L"VARD_GetFieldData", {name}, -1022, L"Invalid field name passed");
+        Texts arguments = data;
+        arguments.insert(arguments.begin(), name);
+        ExpectFailure(function, arguments, error);
     }
 }
 
-void FieldTest::ExpectUnwritable(const FieldNames& names) {
-    for (const wchar_t* name : names) {
-        SCOPED_TRACE(testing::PrintToString(name));
-        ExpectFailure(L"VARD_SetFieldData", {name, L"1"}, -1022, L"Invalid field name passed");
+void FieldTest::ExpectInvalid(const std::vector<InvalidData>& fields) {
+    for (const auto& [field, invalid] : fields) {
+        for (const std::wstring& data : invalid) {
+            SCOPED_TRACE(testing::PrintToString(field) + testing::PrintToString(data));
+            ExpectFailure(L"VARD_SetFieldData", {field, data}, errors::kFieldValue);
+        }
     }
 }
 
-void FieldTest::ExpectRefusals(const FieldTexts& fields, int code, const std::wstring& text) {
-    for (const FieldText& each : fields) {
-        SCOPED_TRACE(testing::PrintToString(each.field));
-        ExpectFailure(L"VARD_SetFieldData", {each.field, each.text}, code, text);
-    }
+void FieldTest::ExpectComError(const wchar_t* function, const Texts& arguments, HRESULT status) {
+    EXPECT_EQ(Call(function, arguments), kError);
+    EXPECT_TRUE(Varden().Watch().HasFailed());
+    EXPECT_EQ(LastErrorCode(), 0);
+    wchar_t start[32];
+    swprintf_s(start, L"Error: %08lX\nMessage:", static_cast<unsigned long>(status));
+    EXPECT_TRUE(LastErrorText().starts_with(start)) << testing::PrintToString(LastErrorText());
 }
+
+namespace {
+
+const FieldTexts kOrdinaryFields{
+    {L"Auto Resolved Winner", L""},
+    {L"Billing Information", L"4711", {sets::kCommon, 0x8535, L"4711"}},
+    {L"Body", L"one\rtw", {PR_BODY_W, L"one\r\ntwo"}}, // no line feed, and without its last character
+    {L"Categories", L"Red, Green", {kPsPublicStrings, L"Keywords", Strings{L"Red", L"Green"}}},
+    {L"Companies", L"Example Trading", {sets::kCommon, 0x8539, Strings{L"Example Trading"}}},
+    {L"Company", L"Example Trading", {sets::kCommon, 0x8539, Strings{L"Example Trading"}}},
+    {L"Conversation Index", L"01D0", {PR_CONVERSATION_INDEX, Bytes{0x01, 0xD0}}},
+    {L"Conversation Topic", L"Order", {PR_CONVERSATION_TOPIC_W, L"Order"}},
+    {L"Download State", L"Full Item"},
+    {L"Importance", L"High", {PR_IMPORTANCE, 2}},
+    {L"Is Conflict", L"False"},
+    {L"Mark for Download", L"copy", {sets::kCommon, 0x8511, 3}},
+    {L"Mark For Download", L"copy", {sets::kCommon, 0x8511, 3}},
+    {L"Mileage", L"12 km", {sets::kCommon, 0x8534, L"12 km"}},
+    {L"No Aging", L"True", {sets::kCommon, 0x850E, true}},
+    {L"Saved", L"True"},
+    {L"Sensitivity", L"Personal", {PR_SENSITIVITY, 1}},
+    {L"Subject", L"Order 12", {PR_SUBJECT_W, L"Order 12"}},
+    {L"Unread", L"True"},
+};
+
+FieldTexts Chosen(const FieldTexts& all, const FieldNames& names) {
+    FieldTexts fields;
+    for (const std::wstring name : names) {
+        const auto found = std::ranges::find(all, name, &FieldText::field);
+        if (found == all.end()) {
+            throw std::runtime_error("no ordinary field of this name");
+        }
+        fields.push_back(*found);
+    }
+    return fields;
+}
+
+} // namespace
 
 MessageToAdd FieldTest::Ordinary(const wchar_t* messageClass) {
-    MessageToAdd message{.messageClass = messageClass, .subject = L"Order 12", .body = L"one\r\ntwo"};
-    message.more.Set<PR_IMPORTANCE>(2);
-    message.more.Set<PR_SENSITIVITY>(1);
-    message.more.Set<PR_CONVERSATION_TOPIC_W>(L"Order");
-    message.more.Set<PR_CONVERSATION_INDEX>(Bytes{0x01, 0xD0});
-    Put(message, {{sets::kCommon, 0x8534, PT_UNICODE, L"12 km"},
-                  {sets::kCommon, 0x8535, PT_UNICODE, L"4711"},
-                  {sets::kCommon, 0x8539, PT_MV_UNICODE, std::vector<std::wstring>{L"Example Trading"}},
-                  {sets::kCommon, 0x850E, PT_BOOLEAN, true},
-                  {sets::kCommon, 0x8511, PT_LONG, std::int32_t{3}}});
-    const PropertyId keywords = Home().Names().Id({kPsPublicStrings, L"Keywords"}, true);
-    message.more.Put(PROP_TAG(PT_MV_UNICODE, keywords), std::vector<std::wstring>{L"Red", L"Green"});
+    MessageToAdd message{.messageClass = messageClass};
+    Put(message, kOrdinaryFields);
     return message;
 }
 
-FieldTexts OrdinaryTexts(const FieldNames& names) {
-    const FieldTexts all{
-        {L"Auto Resolved Winner", L""},
-        {L"Conversation Index", L"01D0"},
-        {L"Conversation Topic", L"Order"},
-        {L"Billing Information", L"4711"},
-        {L"Categories", L"Red, Green"},
-        {L"Companies", L"Example Trading"},
-        {L"Company", L"Example Trading"},
-        {L"Download State", L"Full Item"},
-        {L"Importance", L"High"},
-        {L"Is Conflict", L"False"},
-        {L"Mark for Download", L"copy"},
-        {L"Mark For Download", L"copy"},
-        {L"Mileage", L"12 km"},
-        {L"No Aging", L"True"},
-        {L"Saved", L"True"},
-        {L"Sensitivity", L"Personal"},
-        {L"Subject", L"Order 12"},
-        {L"Unread", L"True"},
-    };
-    FieldTexts chosen;
-    std::ranges::copy_if(all, std::back_inserter(chosen), [&](const FieldText& known) {
-        return std::ranges::any_of(names,
-                                   [&](const wchar_t* name) { return std::wstring(name) == known.field; });
-    });
-    EXPECT_EQ(chosen.size(), names.size());
-    return chosen;
+void FieldTest::ExpectOrdinary(const wchar_t* messageClass, const FieldNames& written,
+                               const FieldNames& read) {
+    const std::wstring entryId = ExpectBothWays(Ordinary(messageClass), Chosen(kOrdinaryFields, written));
+    FieldTexts all = kOrdinaryFields;
+    for (const wchar_t* name : {L"ID", L"Entry ID", L"EntryID"}) {
+        all.push_back({name, entryId});
+    }
+    for (const wchar_t* name : {L"Form Name", L"Message Class"}) {
+        all.push_back({name, messageClass});
+    }
+    for (const wchar_t* name : {L"In Folder", L"Parent"}) {
+        all.push_back({name, m_folder});
+    }
+    all.push_back({L"Size", std::to_wstring(Home().Messages().back()->Get<PR_MESSAGE_SIZE>().value_or(0))});
+    ExpectReads(Chosen(all, read));
 }
 
 } // namespace varden::tests

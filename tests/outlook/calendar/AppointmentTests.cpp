@@ -6,8 +6,6 @@
 namespace outlook_tests {
 namespace {
 
-namespace mailbox = standin::mailbox;
-
 TEST_F(CalendarTest, NewAppointmentsAreHalfAnHourFromTheNextHalfHourOn) {
     const Object item = NewItem(kAppointmentItem);
     SYSTEMTIME now{};
@@ -18,52 +16,38 @@ TEST_F(CalendarTest, NewAppointmentsAreHalfAnHourFromTheNextHalfHourOn) {
     EXPECT_GT(start, present - 1.0 / 1440);
     EXPECT_LE(start, present + 30.0 / 1440);
     EXPECT_NEAR(start * 48, std::round(start * 48), 0.001);
-    EXPECT_EQ(item.Number(L"Duration"), 30);
-    EXPECT_EQ(item.Number(L"ReminderMinutesBeforeStart"), 15);
-    EXPECT_EQ(item.Get(L"ReminderSet"), Value(true));
-    EXPECT_EQ(item.Number(L"BusyStatus"), 2);
-    EXPECT_EQ(item.Number(L"MeetingStatus"), 0);
-    EXPECT_EQ(item.Number(L"ResponseStatus"), 0);
-    EXPECT_EQ(item.Get(L"ResponseRequested"), Value(true));
-    EXPECT_EQ(item.Get(L"AllDayEvent"), Value(false));
-    EXPECT_EQ(item.Get(L"IsRecurring"), Value(false));
-    EXPECT_EQ(item.Number(L"RecurrenceState"), 0);
-    EXPECT_EQ(item.Text(L"Organizer"), L"Front Desk");
+    Expect(item, {{L"Duration", 30}, {L"ReminderMinutesBeforeStart", 15}, {L"ReminderSet", true}});
+    Expect(item, {{L"BusyStatus", 2}, {L"MeetingStatus", 0}, {L"ResponseStatus", 0}});
+    Expect(item, {{L"ResponseRequested", true}, {L"AllDayEvent", false}, {L"IsRecurring", false}});
+    Expect(item, {{L"RecurrenceState", 0}, {L"Organizer", L"Front Desk"}});
     EXPECT_EQ(item.Child(L"GetOrganizer").Text(L"Name"), L"Front Desk");
     EXPECT_EQ(Shown(item.Get(L"ReplyTime")), L"none");
 }
 
 TEST_F(CalendarTest, StartEndAndDurationKeepTogether) {
-    struct Row {
-        const wchar_t* what;
-        const wchar_t* member;
-        _variant_t value;
-        const wchar_t *start, *end;
-        int duration;
+    const auto times = [](const _variant_t& start, const _variant_t& end, int duration) {
+        return Facts{{L"Start", start}, {L"End", end}, {L"Duration", duration}};
     };
-    const Row rows[] = {
-        {L"the end follows the start", L"Start", At(2026, 3, 3, 14), L"2026-03-03 14:00", L"2026-03-03 15:30",
-         90},
-        {L"the end makes the duration", L"End", At(2026, 3, 2, 10), L"2026-03-02 09:00", L"2026-03-02 10:00",
-         60},
-        {L"the start gives way to an earlier end", L"End", At(2026, 3, 1, 9), L"2026-03-01 07:30",
-         L"2026-03-01 09:00", 90},
-        {L"the duration moves the end", L"Duration", Value(45), L"2026-03-02 09:00", L"2026-03-02 09:45", 45},
-        {L"nothing is a duration too", L"Duration", Value(0), L"2026-03-02 09:00", L"2026-03-02 09:00", 0},
-        {L"all day", L"AllDayEvent", Value(true), L"2026-03-02 00:00", L"2026-03-03 00:00", 1440},
+    const auto on = [](int day, int hour, int minute = 0) { return At(2026, 3, day, hour, minute); };
+    const std::tuple<const char*, Is, Facts> rows[] = {
+        {"the end follows the start", {L"Start", on(3, 14)}, times(on(3, 14), on(3, 15, 30), 90)},
+        {"the end makes the duration", {L"End", on(2, 10)}, times(on(2, 9), on(2, 10), 60)},
+        {"the start gives way to an earlier end", {L"End", on(1, 9)}, times(on(1, 7, 30), on(1, 9), 90)},
+        {"the duration moves the end", {L"Duration", 45}, times(on(2, 9), on(2, 9, 45), 45)},
+        {"nothing is a duration too", {L"Duration", 0}, times(on(2, 9), on(2, 9), 0)},
+        {"all day", {L"AllDayEvent", true}, times(on(2, 0), on(3, 0), 1440)},
     };
-    for (const Row& row : rows) {
+    for (const auto& [what, change, after] : rows) {
+        SCOPED_TRACE(what);
         const Object item = NewAppointment(At(2026, 3, 2, 9), 90);
-        item.Put(row.member, row.value);
-        EXPECT_EQ(Shown(item.Get(L"Start")), row.start) << row.what;
-        EXPECT_EQ(Shown(item.Get(L"End")), row.end) << row.what;
-        EXPECT_EQ(item.Number(L"Duration"), row.duration) << row.what;
+        PutAll(item, {change});
+        Expect(item, after);
     }
 }
 
 TEST_F(CalendarTest, WholeDaysStayWholeDays) {
     const Object item = NewAppointment(At(2026, 3, 2, 22), 4 * 60);
-    item.Put(L"AllDayEvent", Value(true));
+    item.Put(L"AllDayEvent", true);
     EXPECT_EQ(Shown(item.Get(L"End")), L"2026-03-04 00:00") << "it reaches into the second day";
     item.Put(L"Start", At(2026, 3, 5, 8));
     EXPECT_EQ(Shown(item.Get(L"Start")), L"2026-03-05 00:00");
@@ -72,105 +56,67 @@ TEST_F(CalendarTest, WholeDaysStayWholeDays) {
 
 TEST_F(CalendarTest, ImpossibleTimesAreRefused) {
     const Object item = NewAppointment(At(2026, 3, 2, 9), 30);
-    EXPECT_EQ(item.TryPut(L"Duration", Value(-1)).Status(), E_INVALIDARG);
-    EXPECT_EQ(item.TryPut(L"Start", Date(kNoDate)).Status(), E_INVALIDARG);
-    EXPECT_EQ(item.TryPut(L"Start", Date(-1e9)).Status(), E_INVALIDARG);
-    EXPECT_EQ(item.TryPut(L"ReminderMinutesBeforeStart", Value(-5)).Status(), E_INVALIDARG);
-    EXPECT_EQ(item.TryPut(L"BusyStatus", Value(9)).Status(), E_INVALIDARG);
-    EXPECT_EQ(item.TryPut(L"ResponseStatus", Value(3)).Status(), DISP_E_MEMBERNOTFOUND) << "read-only";
+    ExpectRefused(item, E_INVALIDARG,
+                  {{L"Duration", -1},
+                   {L"Start", Date(kNoDate)},
+                   {L"Start", Date(-1e9)},
+                   {L"ReminderMinutesBeforeStart", -5},
+                   {L"BusyStatus", 9}});
+    ExpectRefused(item, DISP_E_MEMBERNOTFOUND, {{L"ResponseStatus", 3}});
     EXPECT_EQ(Shown(item.Get(L"Start")), L"2026-03-02 09:00") << "and nothing changed";
 }
 
 /// Whoever reads one of the many properties finds the same time.
 TEST_F(CalendarTest, AllTimesAreStored) {
     const Object item = NewAppointment(At(2026, 7, 6, 9), 45);
-    item.Put(L"Subject", Value(L"Times"));
-    item.Put(L"ReminderMinutesBeforeStart", Value(20));
-    item.Call(L"Save");
-    const auto message = Find(kCalendar, L"Times");
-    ASSERT_TRUE(message);
-    const std::wstring start = Shown(item.Get(L"StartUTC")), end = Shown(item.Get(L"EndUTC"));
-    EXPECT_EQ(ShownTime(*message->Get<PR_START_DATE>()), start);
-    EXPECT_EQ(ShownTime(*message->Get<PR_END_DATE>()), end);
-    struct Row {
-        const GUID& set;
-        unsigned number;
-        const std::wstring& time;
-    };
-    for (const Row& row :
-         {Row{kAppointmentSet, 0x820D, start}, Row{kAppointmentSet, 0x820E, end},
-          Row{kAppointmentSet, 0x8235, start}, Row{kAppointmentSet, 0x8236, end},
-          Row{kCommonSet, 0x8516, start}, Row{kCommonSet, 0x8517, end}, Row{kCommonSet, 0x8502, start}})
-        EXPECT_EQ(ShownTime(Named(*message, row.set, row.number, PT_SYSTIME).value_or(mailbox::Null())),
-                  row.time)
-            << row.number;
-    EXPECT_EQ(NamedAs<std::int32_t>(*message, kAppointmentSet, 0x8213, PT_LONG), 45);
-    const auto signal = NamedAs<mailbox::SysTime>(*message, kCommonSet, 0x8560, PT_SYSTIME);
-    ASSERT_TRUE(signal);
-    EXPECT_EQ(message->Get<PR_START_DATE>()->ticks - signal->ticks, 20 * 600'000'000ull);
-    EXPECT_EQ(item.Get(L"StartInStartTimeZone"), item.Get(L"Start")) << "in this zone it was made";
+    item.Put(L"ReminderMinutesBeforeStart", 20);
+    const Object saved = Reopened(item);
+    const _variant_t start = saved.Get(L"StartUTC"), end = saved.Get(L"EndUTC");
+    for (const std::wstring& property :
+         {Tag(0x00600040), Id(kAppointmentSet, 0x820D0040), Id(kAppointmentSet, 0x82350040),
+          Id(kCommonSet, 0x85160040), Id(kCommonSet, 0x85020040)})
+        EXPECT_EQ(Shown(Stored(saved, property)), Shown(start)) << property;
+    for (const std::wstring& property : {Tag(0x00610040), Id(kAppointmentSet, 0x820E0040),
+                                         Id(kAppointmentSet, 0x82360040), Id(kCommonSet, 0x85170040)})
+        EXPECT_EQ(Shown(Stored(saved, property)), Shown(end)) << property;
+    ExpectStored(saved, {{Id(kAppointmentSet, 0x82130003), 45}});
+    const _variant_t signal = Stored(saved, Id(kCommonSet, 0x85600040));
+    EXPECT_NEAR(start.date - signal.date, 20.0 / 1440, 1e-6);
+    EXPECT_EQ(saved.Get(L"StartInStartTimeZone"), saved.Get(L"Start")) << "in this zone it was made";
 }
 
 TEST_F(CalendarTest, MembersAreTheirProperties) {
-    struct Row {
-        const wchar_t* member;
-        _variant_t value;
-        const GUID& set;
-        unsigned number, type;
-    };
-    const Row rows[] = {
-        {L"Location", Value(L"Room 5"), kAppointmentSet, 0x8208, PT_UNICODE},
-        {L"BusyStatus", Value(3), kAppointmentSet, 0x8205, PT_LONG},
-        {L"IsOnlineMeeting", Value(true), kAppointmentSet, 0x8240, PT_BOOLEAN},
-        {L"NetMeetingType", Value(2), kAppointmentSet, 0x8241, PT_LONG},
-        {L"NetMeetingServer", Value(L"srv"), kAppointmentSet, 0x8242, PT_UNICODE},
-        {L"NetMeetingOrganizerAlias", Value(L"me"), kAppointmentSet, 0x8243, PT_UNICODE},
-        {L"NetMeetingAutoStart", Value(true), kAppointmentSet, 0x8244, PT_BOOLEAN},
-        {L"NetMeetingDocPathName", Value(L"C:\\a.doc"), kAppointmentSet, 0x8247, PT_UNICODE},
-        {L"NetShowURL", Value(L"http://x"), kAppointmentSet, 0x8248, PT_UNICODE},
-        {L"MeetingStatus", Value(1), kAppointmentSet, 0x8217, PT_LONG},
+    const std::tuple<const wchar_t*, Value, std::uint32_t> rows[] = {
+        {L"Location", L"Room 5", 0x8208001F},       {L"BusyStatus", 3, 0x82050003},
+        {L"IsOnlineMeeting", true, 0x8240000B},     {L"NetMeetingType", 2, 0x82410003},
+        {L"NetMeetingServer", L"srv", 0x8242001F},  {L"NetMeetingOrganizerAlias", L"me", 0x8243001F},
+        {L"NetMeetingAutoStart", true, 0x8244000B}, {L"NetMeetingDocPathName", L"C:\\a.doc", 0x8247001F},
+        {L"NetShowURL", L"http://x", 0x8248001F},   {L"MeetingStatus", 1, 0x82170003},
     };
     const Object item = NewAppointment(At(2026, 3, 2, 9), 30);
-    for (const Row& row : rows)
-        item.Put(row.member, row.value);
-    item.Put(L"Subject", Value(L"Stored"));
-    item.Call(L"Save");
-    const auto message = Find(kCalendar, L"Stored");
-    ASSERT_TRUE(message);
-    for (const Row& row : rows) {
-        EXPECT_EQ(item.Get(row.member), row.value) << row.member;
-        const auto stored = Named(*message, row.set, row.number, row.type);
-        ASSERT_TRUE(stored) << row.member;
-        if (row.type == PT_UNICODE) {
-            EXPECT_EQ(std::get<std::wstring>(*stored), std::wstring(row.value.bstrVal)) << row.member;
-        } else if (row.type == PT_LONG) {
-            EXPECT_EQ(std::get<std::int32_t>(*stored), row.value.lVal) << row.member;
-        } else {
-            EXPECT_EQ(std::get<bool>(*stored), row.value.boolVal != VARIANT_FALSE) << row.member;
-        }
+    for (const auto& [member, value, id] : rows)
+        item.Put(member, value);
+    const Object saved = Reopened(item);
+    for (const auto& [member, value, id] : rows) {
+        Expect(saved, {{member, value}});
+        ExpectStored(saved, {{Id(kAppointmentSet, id), value}});
     }
-    EXPECT_EQ(item.Number(L"ResponseStatus"), 1) << "a meeting of one's own is organized";
+    EXPECT_EQ(saved.Number(L"ResponseStatus"), 1) << "a meeting of one's own is organized";
 }
 
 TEST_F(CalendarTest, AttendeesAreRecipients) {
     const Object item = NewAppointment(At(2026, 3, 2, 9), 30);
-    item.Put(L"RequiredAttendees", Value(L"Warehouse; Service North"));
-    item.Put(L"OptionalAttendees", Value(L"Back Office"));
-    item.Put(L"Resources", Value(L"Beamer"));
+    PutAll(item, {{L"RequiredAttendees", L"Warehouse; Service North"}});
+    PutAll(item, {{L"OptionalAttendees", L"Back Office"}, {L"Resources", L"Beamer"}});
     EXPECT_EQ(item.Child(L"Recipients").Number(L"Count"), 4);
-    item.Put(L"RequiredAttendees", Value(L"Warehouse"));
+    item.Put(L"RequiredAttendees", L"Warehouse");
     EXPECT_EQ(item.Child(L"Recipients").Number(L"Count"), 3);
-    const Object resource = item.Child(L"Recipients").Child(L"Item", {Value(L"Beamer")});
+    const Object resource = item.Child(L"Recipients").Item(L"Beamer");
     EXPECT_EQ(resource.Number(L"Type"), 3);
-    resource.Put(L"Type", Value(2));
-    EXPECT_EQ(item.Text(L"Resources"), L"");
-    EXPECT_EQ(item.Text(L"OptionalAttendees"), L"Back Office; Beamer");
-    item.Put(L"Subject", Value(L"People"));
-    item.Call(L"Save");
-    const auto message = Find(kCalendar, L"People");
-    EXPECT_EQ(NamedAs<std::wstring>(*message, kAppointmentSet, 0x823B, PT_UNICODE), L"Warehouse");
-    EXPECT_EQ(NamedAs<std::wstring>(*message, kAppointmentSet, 0x8238, PT_UNICODE),
-              L"Warehouse; Back Office; Beamer");
+    resource.Put(L"Type", 2);
+    Expect(item, {{L"Resources", L""}, {L"OptionalAttendees", L"Back Office; Beamer"}});
+    ExpectStored(Reopened(item), {{Id(kAppointmentSet, 0x823B001F), L"Warehouse"},
+                                  {Id(kAppointmentSet, 0x8238001F), L"Warehouse; Back Office; Beamer"}});
 }
 
 TEST_F(CalendarTest, EachAppointmentHasItsOwnGlobalId) {
@@ -180,7 +126,7 @@ TEST_F(CalendarTest, EachAppointmentHasItsOwnGlobalId) {
     const std::wstring id = one.Text(L"GlobalAppointmentID");
     EXPECT_EQ(id.substr(0, 32), L"040000008200E00074C5B7101A82E008");
     EXPECT_NE(id, two.Text(L"GlobalAppointmentID"));
-    one.Put(L"Location", Value(L"Elsewhere"));
+    one.Put(L"Location", L"Elsewhere");
     one.Call(L"Save");
     EXPECT_EQ(one.Text(L"GlobalAppointmentID"), id) << "it stays";
 }
@@ -188,45 +134,38 @@ TEST_F(CalendarTest, EachAppointmentHasItsOwnGlobalId) {
 TEST_F(CalendarTest, AppointmentsAreFoundByTheirTimes) {
     for (const int day : {3, 1, 2}) {
         const Object item = NewAppointment(At(2026, 3, day, 9), 30);
-        item.Put(L"Subject", Value(std::to_wstring(day)));
+        item.Put(L"Subject", std::to_wstring(day));
         item.Call(L"Save");
     }
-    const Object items = DefaultFolder(kCalendar).Child(L"Items");
-    items.Call(L"Sort", {Value(L"[Start]")});
+    const Object items = Items(kCalendar);
+    items.Call(L"Sort", {L"[Start]"});
     EXPECT_EQ(items.Child(L"GetFirst").Text(L"Subject"), L"1");
-    const Object found =
-        items.Child(L"Restrict", {Value(L"[Start] >= '3/2/2026 9:00 AM' AND [End] < '3/3/2026'")});
+    const Object found = items.Child(L"Restrict", {L"[Start] >= '3/2/2026 9:00 AM' AND [End] < '3/3/2026'"});
     ASSERT_EQ(found.Number(L"Count"), 1);
     EXPECT_EQ(found.Child(L"GetFirst").Text(L"Subject"), L"2");
 }
 
 TEST_F(CalendarTest, CopiesGoToOtherFolders) {
     const Object item = NewAppointment(At(2026, 3, 2, 9), 30);
-    item.Put(L"Subject", Value(L"Twice"));
+    item.Put(L"Subject", L"Twice");
     item.Call(L"Save");
-    const Object archive = NameSpace().Child(L"Folders").Child(L"Item", {Value(L"Archive")});
-    const Object folder = archive.Child(L"Folders").Child(L"Item", {Value(L"Inbox")});
-    const Object copy = item.Child(L"CopyTo", {_variant_t(folder.Raw()), Value(0)});
-    EXPECT_EQ(copy.Text(L"Subject"), L"Twice");
-    EXPECT_EQ(Shown(copy.Get(L"Start")), L"2026-03-02 09:00")
-        << "names of properties differ from store to store";
+    const Object folder = Archive().Child(L"Folders", {L"Inbox"});
+    // Names of properties differ from store to store.
+    Expect(item.Child(L"CopyTo", {folder, 0}), {{L"Subject", L"Twice"}, {L"Start", At(2026, 3, 2, 9)}});
     EXPECT_EQ(folder.Child(L"Items").Number(L"Count"), 1);
-    EXPECT_EQ(item.TryCall(L"CopyTo", {_variant_t(folder.Raw()), Value(7)}).Status(), E_INVALIDARG);
+    EXPECT_EQ(item.Status(L"CopyTo", {folder, 7}), E_INVALIDARG);
 }
 
 TEST_F(CalendarTest, RealAppointmentsShowTheirFacts) {
-    const Object item = OpenReal("msgClassAppointment.msg", kCalendar);
+    const Object item = OpenReal(L"msgClassAppointment.msg");
     if (!item)
         GTEST_SKIP() << "The MSG files of real mail clients are missing: " << VARDEN_MSG_FOLDER;
-    EXPECT_EQ(item.Text(L"Subject"), L"Quick brown fox");
-    EXPECT_EQ(Shown(item.Get(L"StartUTC")), L"2017-02-28 18:30");
-    EXPECT_EQ(Shown(item.Get(L"EndUTC")), L"2017-02-28 19:00");
+    Expect(item, {{L"Subject", L"Quick brown fox"}, {L"StartUTC", At(2017, 2, 28, 18, 30)}});
+    Expect(item, {{L"EndUTC", At(2017, 2, 28, 19)}});
     EXPECT_EQ(Shown(item.Get(L"StartInStartTimeZone")), L"2017-02-28 13:30") << "Eastern, where it was made";
-    EXPECT_EQ(item.Number(L"Duration"), 30);
-    EXPECT_EQ(item.Text(L"Location"), L"under lazy dog");
-    EXPECT_EQ(item.Text(L"Organizer"), L"Allison, Timothy B.");
-    EXPECT_EQ(item.Text(L"RequiredAttendees"), L"Allison, Timothy B.");
-    EXPECT_EQ(item.Number(L"RecurrenceState"), 0);
+    Expect(item, {{L"Duration", 30}, {L"Location", L"under lazy dog"}});
+    Expect(item, {{L"Organizer", L"Allison, Timothy B."}, {L"RequiredAttendees", L"Allison, Timothy B."}});
+    Expect(item, {{L"RecurrenceState", 0}});
 }
 
 } // namespace

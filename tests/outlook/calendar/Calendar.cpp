@@ -1,11 +1,7 @@
-// Dates, stored properties and files for the tests of calendar and tasks.
+// Dates, people and new items for the tests of calendar and tasks.
 #include "Calendar.h"
 
-#include "standin/mailbox/Msg.h"
-
 #include <cwchar>
-#include <filesystem>
-#include <fstream>
 #include <iterator>
 
 namespace outlook_tests {
@@ -38,21 +34,9 @@ std::wstring Shown(const _variant_t& date) {
     return text;
 }
 
-std::wstring ShownTime(const mailbox::Value& value) {
-    const auto* time = std::get_if<mailbox::SysTime>(&value);
-    if (!time)
-        return L"no time";
-    const FILETIME file{static_cast<DWORD>(time->ticks), static_cast<DWORD>(time->ticks >> 32)};
-    SYSTEMTIME utc{};
-    double days = 0;
-    FileTimeToSystemTime(&file, &utc);
-    SystemTimeToVariantTime(&utc, &days);
-    return Shown(Date(days));
-}
-
 Person::Person(const Object& application, const wchar_t* profile)
-    : m_nameSpace(application.Child(L"GetNamespace", {Value(L"MAPI")})) {
-    m_nameSpace.Call(L"Logon", {Value(profile)});
+    : m_nameSpace(application.Child(L"GetNamespace", {L"MAPI"})) {
+    m_nameSpace.Call(L"Logon", {profile});
 }
 
 Person::~Person() {
@@ -61,13 +45,12 @@ Person::~Person() {
 
 Object CalendarTest::NewItem(int itemType) const {
     NameSpace();
-    return Application().Child(L"CreateItem", {Value(itemType)});
+    return Application().Child(L"CreateItem", {itemType});
 }
 
 Object CalendarTest::NewAppointment(const _variant_t& start, int minutes) const {
     const Object item = NewItem(kAppointmentItem);
-    item.Put(L"Start", start);
-    item.Put(L"Duration", Value(minutes));
+    PutAll(item, {{L"Start", start}, {L"Duration", minutes}});
     return item;
 }
 
@@ -85,28 +68,6 @@ std::shared_ptr<mailbox::Message> CalendarTest::Find(int folder, const std::wstr
         found = Folder(folder).FindMessage(each->Id());
     }
     return found;
-}
-
-Object CalendarTest::OpenReal(const char* file, int folder) {
-    const std::filesystem::path path = std::filesystem::path(VARDEN_MSG_FOLDER) / file;
-    std::ifstream in(path, std::ios::binary);
-    if (!in)
-        return {};
-    const mailbox::Bytes bytes{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-    mailbox::Content content;
-    std::shared_ptr<mailbox::Message> message;
-    EXPECT_EQ(mailbox::ReadMsgBytes(bytes, Folder(folder).Names(), content), S_OK) << file;
-    EXPECT_EQ(Folder(folder).Receive(std::move(content), false, message), S_OK);
-    return DefaultFolder(folder).Child(L"Items").Child(L"GetLast");
-}
-
-std::optional<mailbox::Value> Named(const mailbox::PropertyObject& message, const GUID& set, unsigned number,
-                                    unsigned type) {
-    const mailbox::PropertyId id = message.Names().Id({set, number});
-    mailbox::Value value;
-    if (!id || FAILED(message.Read(mailbox::MakeTag(id, static_cast<mailbox::PropertyType>(type)), value)))
-        return std::nullopt;
-    return value;
 }
 
 } // namespace outlook_tests

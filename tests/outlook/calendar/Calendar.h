@@ -1,21 +1,12 @@
-// What the tests of calendar and tasks have in common: dates, stored properties, the messages that files of
-// real mail clients hold.
+// What the tests of calendar and tasks have in common: dates, people, new items.
 #pragma once
 
-#include "Client.h"
-
-#include <optional>
+#include "Stored.h"
 
 namespace outlook_tests {
 
-// Property sets, and numbers of OlDefaultFolders and OlItemType.
-inline constexpr GUID kAppointmentSet{0x00062002, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
-inline constexpr GUID kTaskSet{0x00062003, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
-inline constexpr GUID kCommonSet{0x00062008, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
-inline constexpr GUID kMeetingSet{
-    0x6ED8DA90, 0x450B, 0x101B, {0x98, 0xDA, 0x00, 0xAA, 0x00, 0x3F, 0x13, 0x05}};
+// Numbers of OlDefaultFolders and OlItemType.
 inline constexpr int kOutbox = 4, kSentItems = 5, kTaskItem = 3;
-inline constexpr double kNoDate = 949998;
 
 /// A local date and time.
 _variant_t At(int year, int month, int day, int hour = 0, int minute = 0);
@@ -35,6 +26,8 @@ public:
     Object Folder(int number) const { return m_nameSpace.Child(L"GetDefaultFolder", {Value(number)}); }
     /// The newest item of a folder.
     Object Newest(int folder) const { return Folder(folder).Child(L"Items").Child(L"GetLast"); }
+    /// The appointment that the newest message is about.
+    Object Appointment(bool save) const { return Newest(kInbox).Child(L"GetAssociatedAppointment", {save}); }
     int Count(int folder) const { return Folder(folder).Child(L"Items").Number(L"Count"); }
     const Object& NameSpace() const { return m_nameSpace; }
 
@@ -43,7 +36,7 @@ private:
 };
 
 /// A new item of the default folder.
-class CalendarTest : public OutlookTest {
+class CalendarTest : public KindTest {
 protected:
     Object NewItem(int itemType) const;
     Object NewAppointment(const _variant_t& start, int minutes) const;
@@ -51,22 +44,6 @@ protected:
     standin::mailbox::Folder& Folder(int number);
     /// The one message of a folder that has this subject; null for none, or several.
     std::shared_ptr<standin::mailbox::Message> Find(int folder, const std::wstring& subject);
-    /// The message of a file of a real mail client, put into a folder and opened. Nothing where the files are
-    /// missing.
-    Object OpenReal(const char* file, int folder);
 };
-
-/// A named property of a message; nothing if it hasn't got it.
-std::optional<standin::mailbox::Value> Named(const standin::mailbox::PropertyObject& message, const GUID& set,
-                                             unsigned number, unsigned type);
-template <class T>
-std::optional<T> NamedAs(const standin::mailbox::PropertyObject& message, const GUID& set, unsigned number,
-                         unsigned type) {
-    auto value = Named(message, set, number, type);
-    const T* native = value ? std::get_if<T>(&*value) : nullptr;
-    return native ? std::optional<T>(*native) : std::nullopt;
-}
-/// A time of a message, in UTC, as Shown shows dates.
-std::wstring ShownTime(const standin::mailbox::Value& time);
 
 } // namespace outlook_tests

@@ -71,10 +71,10 @@ protected:
     Object Item() const {
         const std::wstring messageClass = GetParam().messageClass;
         if (messageClass == L"IPM.Storage")
-            return DefaultFolder(kInbox).Child(L"GetStorage", {Value(L"Storage"), Value(0)});
+            return DefaultFolder(kInbox).Child(L"GetStorage", {L"Storage", 0});
         const bool canBeMade = messageClass.starts_with(L"IPM.");
-        const Object item = canBeMade ? New(Value(messageClass)) : New(Value(kMailItem));
-        item.Put(L"MessageClass", Value(messageClass));
+        const Object item = canBeMade ? New(messageClass) : New(kMailItem);
+        item.Put(L"MessageClass", messageClass);
         return Reopened(item);
     }
 };
@@ -109,13 +109,13 @@ TEST_P(MemberTest, MethodsOfOtherProgramsAreRefused) {
 }
 
 TEST_F(KindTest, MethodsOfOtherProgramsWithArgumentsAreRefused) {
-    const Object contact = New(Value(kContactItem)), mail = New(Value(kMailItem));
-    EXPECT_EQ(contact.TryCall(L"AddBusinessCardLogoPicture", {Value(L"C:\\logo.png")}).Status(), E_NOTIMPL);
-    EXPECT_EQ(contact.TryCall(L"SaveBusinessCardImage", {Value(L"C:\\card.png")}).Status(), E_NOTIMPL);
-    EXPECT_EQ(contact.TryCall(L"ShowCheckAddressDialog", {Value(1)}).Status(), E_NOTIMPL);
-    EXPECT_EQ(contact.TryCall(L"ShowCheckPhoneDialog", {Value(1)}).Status(), E_NOTIMPL);
-    EXPECT_EQ(mail.TryCall(L"AddBusinessCard", {_variant_t(contact.Raw())}).Status(), E_NOTIMPL);
-    EXPECT_EQ(contact.TryCall(L"ShowCheckPhoneDialog").Status(), DISP_E_BADPARAMCOUNT);
+    const Object contact = New(kContactItem), mail = New(kMailItem);
+    EXPECT_EQ(contact.Status(L"AddBusinessCardLogoPicture", {L"C:\\logo.png"}), E_NOTIMPL);
+    EXPECT_EQ(contact.Status(L"SaveBusinessCardImage", {L"C:\\card.png"}), E_NOTIMPL);
+    EXPECT_EQ(contact.Status(L"ShowCheckAddressDialog", {1}), E_NOTIMPL);
+    EXPECT_EQ(contact.Status(L"ShowCheckPhoneDialog", {1}), E_NOTIMPL);
+    EXPECT_EQ(mail.Status(L"AddBusinessCard", {contact}), E_NOTIMPL);
+    EXPECT_EQ(contact.Status(L"ShowCheckPhoneDialog"), DISP_E_BADPARAMCOUNT);
 }
 
 INSTANTIATE_TEST_SUITE_P(
