@@ -97,7 +97,6 @@ public:
         return left;
     }
 
-    static void* operator new(std::size_t size) { return ::operator new(size); }
     static void operator delete(void* memory, std::size_t size) { Bury(memory, size, Traits::name); }
 
 protected:

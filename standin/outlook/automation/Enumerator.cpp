@@ -33,7 +33,6 @@ public:
             delete this;
         return left;
     }
-    static void* operator new(std::size_t size) { return ::operator new(size); }
     static void operator delete(void* memory, std::size_t size) {
         Bury(memory, size, {kName, RPC_E_DISCONNECTED});
     }

@@ -74,6 +74,10 @@ Object::~Object() {
     g_dead = m_kind.name;
 }
 
+void* Object::operator new(std::size_t size) {
+    return ::operator new(size);
+}
+
 void Object::operator delete(void* memory, std::size_t size) {
     Bury(memory, size, {g_dead, RPC_E_DISCONNECTED});
 }

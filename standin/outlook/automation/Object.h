@@ -36,7 +36,7 @@ public:
     STDMETHODIMP QueryInterface(REFIID iid, void** object) override;
     STDMETHODIMP_(ULONG) AddRef() override;
     STDMETHODIMP_(ULONG) Release() override;
-    static void* operator new(std::size_t size) { return ::operator new(size); }
+    static void* operator new(std::size_t size);
     /// Whoever still calls it after its last release breaks a rule, see Bury.
     static void operator delete(void* memory, std::size_t size);
 
