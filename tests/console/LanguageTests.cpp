@@ -106,6 +106,7 @@ TEST_F(Language, ArithmeticTakesTheNumberInAText) {
     Expect({{L"\"5 apples\" + \"2 pears\"", L"7"},
             {L"\"abc\" + 1", L"1"},
             {L"\"-3\" * \"1.5\"", L"-4.5"},
+            {L"0.1 + 0.2", L".3"},
             {L"1 / 3", L".3333333333333333"},
             {L"1 / 0", L"?"},
             {L"-\"x4\"", L"-4"},

@@ -35,9 +35,10 @@ TEST_F(Messages, AreInTheirFolderFromTheFirstSaveOn) {
 TEST_F(Messages, ShowChangesToOthersOnlyWhenSavedAndTellOfTwoWhoSaved) {
     const auto first = SaveMessage(m_inbox, L"before");
     const auto second = Open(*first);
-    const std::uint64_t version = m_inbox.ContentsVersion();
     ASSERT_EQ(first->Write(PR_SUBJECT_W, std::wstring(L"after")), S_OK);
+    EXPECT_EQ(second->Get<PR_SUBJECT_W>(), L"before");
     EXPECT_EQ(Open(*first)->Get<PR_SUBJECT_W>(), L"before");
+    const std::uint64_t version = m_inbox.ContentsVersion();
     ASSERT_EQ(first->Save(), S_OK);
     EXPECT_NE(m_inbox.ContentsVersion(), version);
     EXPECT_EQ(second->Get<PR_SUBJECT_W>(), L"before") << "what is open stays as it was opened";
@@ -101,15 +102,28 @@ TEST_F(Messages, OpenedForReadingRefuseToBeWritten) {
 }
 
 TEST_F(Messages, RefuseWhatTheStoreWorksOut) {
+    const std::pair<PropertyTag, Value> refused[] = {
+        {PR_ENTRYID, Bytes{1}},
+        {PR_PARENT_ENTRYID, Bytes{1}},
+        {PR_STORE_ENTRYID, Bytes{1}},
+        {PR_STORE_RECORD_KEY, Bytes{1}},
+        {PR_RECORD_KEY, Bytes{1}},
+        {PR_MAPPING_SIGNATURE, Bytes{1}},
+        {PR_OBJECT_TYPE, 5},
+        {PR_ACCESS, 7},
+        {PR_ACCESS_LEVEL, 1},
+        {PR_MESSAGE_SIZE, 1},
+        {PR_HASATTACH, true},
+        {PR_DISPLAY_TO_W, std::wstring(L"x")},
+        {PR_DISPLAY_CC_W, std::wstring(L"x")},
+        {PR_DISPLAY_BCC_W, std::wstring(L"x")},
+        {PR_NORMALIZED_SUBJECT_W, std::wstring(L"x")},
+        {PR_CREATION_TIME, SysTime{1}},
+        {PR_LAST_MODIFICATION_TIME, SysTime{1}},
+    };
     const auto message = SaveMessage(m_inbox, L"x");
-    for (const PropertyTag tag :
-         {PR_ENTRYID, PR_PARENT_ENTRYID, PR_STORE_ENTRYID, PR_STORE_RECORD_KEY, PR_RECORD_KEY,
-          PR_MAPPING_SIGNATURE, PR_OBJECT_TYPE, PR_ACCESS, PR_ACCESS_LEVEL, PR_MESSAGE_SIZE, PR_HASATTACH,
-          PR_DISPLAY_TO_W, PR_DISPLAY_CC_W, PR_DISPLAY_BCC_W, PR_NORMALIZED_SUBJECT_W, PR_CREATION_TIME,
-          PR_LAST_MODIFICATION_TIME}) {
-        const bool isTime = PROP_TYPE(tag) == PT_SYSTIME;
-        EXPECT_EQ(message->Write(tag, isTime ? Value(SysTime{1}) : Value(Bytes{1})), MAPI_E_COMPUTED)
-            << std::hex << tag;
+    for (const auto& [tag, value] : refused) {
+        EXPECT_EQ(message->Write(tag, value), MAPI_E_COMPUTED) << std::hex << tag;
         EXPECT_EQ(message->Erase(tag), MAPI_E_COMPUTED) << std::hex << tag;
     }
     EXPECT_FALSE(message->IsChanged());

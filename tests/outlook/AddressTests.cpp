@@ -27,7 +27,7 @@ TEST_F(AddressTest, TheGlobalAddressListHasItsEntriesInOrder) {
         Expect(NameSpace().Child(L"GetAddressEntryFromID", {entry.Text(L"ID")}), {{L"Name", name}});
     }
     for (const int outside : {0, 7})
-        EXPECT_EQ(entries.TryCall(L"Item", {outside}).description, kOutOfBounds) << outside;
+        EXPECT_TRUE(IsOutOfBounds(entries.TryCall(L"Item", {outside}))) << outside;
     EXPECT_EQ(entries.Item(6).Child(L"Members").Number(L"Count"), 5);
     entries.Call(L"Sort");
     EXPECT_EQ(entries.Child(L"GetFirst").Text(L"Name"), L"All Hands");

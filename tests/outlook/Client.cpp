@@ -125,6 +125,10 @@ int Object::Number(const wchar_t* name) const {
     return value.lVal;
 }
 
+bool IsOutOfBounds(const Answer& answer) {
+    return answer.Status() == DISP_E_EXCEPTION && answer.description == L"Array index out of bounds.";
+}
+
 void Expect(const Object& object, const Facts& facts, Where where) {
     const testing::ScopedTrace trace(where.file_name(), static_cast<int>(where.line()), "expected here");
     for (const Is& fact : facts)

@@ -144,7 +144,7 @@ inline constexpr int kMailItem = 0, kAppointmentItem = 1, kContactItem = 2;
 /// A date that is none.
 inline constexpr double kNoDate = 949998;
 
-/// How lists refuse places that they haven't got.
-inline constexpr const wchar_t* kOutOfBounds = L"Array index out of bounds.";
+/// Lists refuse places that they haven't got so.
+bool IsOutOfBounds(const Answer& answer);
 
 } // namespace outlook_tests

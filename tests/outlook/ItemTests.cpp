@@ -148,7 +148,7 @@ TEST_F(ItemTest, DeletedItemsGoToDeletedItemsFirst) {
     AddItem(inbox, L"Removed");
     items.Call(L"Remove", {1});
     EXPECT_EQ(deleted.Number(L"Count"), 0) << "Remove is for good";
-    EXPECT_EQ(items.TryCall(L"Remove", {1}).description, kOutOfBounds);
+    EXPECT_TRUE(IsOutOfBounds(items.TryCall(L"Remove", {1})));
     const Object unsaved = items.Child(L"Add");
     unsaved.Call(L"Delete");
     EXPECT_EQ(unsaved.Status(L"Save"), MAPI_E_OBJECT_DELETED);
@@ -229,7 +229,7 @@ TEST_F(ItemTest, ItemsAreReachedByPlaceAndBySubject) {
     EXPECT_EQ(items.Item(L"second").Text(L"Subject"), L"Second");
     EXPECT_EQ(items.Status(L"Item", {L"third"}), MAPI_E_NOT_FOUND);
     for (const int place : {0, -1, 3})
-        EXPECT_EQ(items.TryCall(L"Item", {place}).description, kOutOfBounds) << place;
+        EXPECT_TRUE(IsOutOfBounds(items.TryCall(L"Item", {place}))) << place;
     EXPECT_EQ(items.Child(L"Find", {L"[Size] > 0"}).Text(L"Subject"), L"First");
     EXPECT_EQ(items.Child(L"FindNext").Text(L"Subject"), L"Second");
     EXPECT_FALSE(items.Child(L"FindNext"));

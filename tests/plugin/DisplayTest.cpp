@@ -37,8 +37,6 @@ TEST_F(DisplayTest, EveryKindButStoredSettingsIsShownAndStays) {
         EXPECT_EQ(Call(L"VARD_Display", {false}), L"0");
         EXPECT_EQ(Get(L"Message Class"), messageClass);
     }
-    // A record of a kind before it in order, so that the document isn't held any more.
-    OpenRecord(Add({.messageClass = L"IPM.Note"}));
     OpenRecord(Add({.messageClass = L"IPM.Storage"}));
     ExpectFailure(L"VARD_Display", {}, errors::kNoRecord);
     New(L"Mail");

@@ -327,7 +327,8 @@ TEST_F(OtherKindsTest, ASharingItemsFieldsAreReadFromTheirProperties) {
          {L"Sharing Provider", L"exchange", {sets::kSharing, 0x8A01, provider}},
          {L"Submitted", L"False"}});
     ExpectNothingIsWritten({L"Type", L"Task Subject", L"Allow Write Access"});
-    ExpectShown({.messageClass = L"IPM.Sharing"}, {{L"HTML Body", L"<p>", {kPrHtml, Bytes{'<', 'p', '>'}}}});
+    ExpectShown({.messageClass = L"IPM.Sharing"},
+                {{L"HTML Body", L"<p>", {kPrHtml, Bytes{'<', 'p', '>'}}}, {L"Remote Status", L"none"}});
 }
 
 TEST_F(OtherKindsTest, ASharingItemsNumbersHaveTheirWords) {

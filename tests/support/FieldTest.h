@@ -135,7 +135,7 @@ protected:
         ExpectFailures(L"VARD_SetFieldData", names, {L"1"}, errors::kReadOnly);
     }
     void ExpectInvalid(const std::vector<InvalidData>& fields);
-    /// The call fails as a COM failure does that nobody names.
+    /// The failure that was planned ends the call as a COM failure does that nobody names.
     void ExpectComError(const wchar_t* function, const Texts& arguments, HRESULT status = E_ACCESSDENIED);
 
 private:

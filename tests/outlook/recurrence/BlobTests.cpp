@@ -127,5 +127,18 @@ TEST_F(RealRecurrences, OnEveryWeekdayAreWeekly) {
     EXPECT_EQ(WriteAppointment(*series), daily);
 }
 
+/// Six bytes over a blob of another weekly pattern make it one of every weekday.
+TEST_F(RealRecurrences, WithWeekdaysWrittenOverThem) {
+    Bytes blob = BlobOf("appointment-weekly.msg");
+    constexpr std::pair<std::size_t, std::uint8_t> kEdits[] = {{4, 0x0B},  {5, 0x20}, {6, 2},
+                                                               {10, 0xC0}, {14, 1},   {22, 62}};
+    for (const auto& [offset, byte] : kEdits)
+        blob[offset] = byte;
+    const auto series = ReadAppointment(blob);
+    ASSERT_TRUE(series);
+    EXPECT_EQ(series->pattern.type, Type::Weekly);
+    EXPECT_EQ(series->pattern.dayMask, 62);
+}
+
 } // namespace
 } // namespace standin::outlook::recurrence
