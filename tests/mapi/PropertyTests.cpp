@@ -167,6 +167,7 @@ TEST_F(PropertyTest, ARefusedPropertyIsAProblemOfItsOwn) {
     const auto typed = [](ULONG type) { return Long(PROP_TAG(type, 0x6700), 0); };
     const std::pair<SPropValue, HRESULT> cases[] = {
         {Long(PR_MESSAGE_SIZE, 1), MAPI_E_COMPUTED},
+        {Text(PR_DISPLAY_TO_W, L"x"), MAPI_E_COMPUTED},
         {typed(PT_ERROR), MAPI_E_INVALID_TYPE},
         {typed(PT_OBJECT), MAPI_E_INVALID_TYPE},
         {typed(PT_NULL), MAPI_E_INVALID_TYPE},

@@ -39,6 +39,7 @@ TEST_F(AddressListTest, EveryKeyReadsItsPropertyInAnyCase) {
         {L"zip", L"98052"},
         {L"state", L"WA"},
         {L"street", L"4 Dock Street"},
+        {L"EMAIL", L"warehouse@example.com"},
         {L"type", L"ExchangeUser"}};
     for (const auto& [key, text] : keys) {
         EXPECT_EQ(Field(key, kWarehouse), text) << testing::PrintToString(key);

@@ -295,6 +295,8 @@ TEST_F(AttachmentTest, AttachmentsByReferenceOrOfNoKnownMethodWriteNoFile) {
     Fail(L"IAttach::GetProps", S_FALSE); // a success without values
     EXPECT_EQ(Save(L"a.txt", 1), L"0");
     EXPECT_FALSE(Exists(Files().File(L"a.txt")));
+    EXPECT_EQ(Save(L"a.txt", 1), L"0");
+    EXPECT_EQ(BytesIn(Files().File(L"a.txt")), "a") << "once it tells, it is written";
 }
 
 TEST_F(AttachmentTest, AFileThatIsNotWrittenWholeIsNotLeftBehind) {

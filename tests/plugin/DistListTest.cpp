@@ -45,6 +45,8 @@ TEST_F(DistListTest, FieldsAndTheirPropertiesFollowEachOther) {
         {L"Body", L"Conversation Index", L"Conversation Topic", L"ID", L"Entry ID", L"Message Class",
          L"Size"});
     ExpectUnreadable({L"EntryID", L"Company", L"Form Name", L"Mark For Download", L"Unread", L"DLName"});
+    ExpectShown({.messageClass = L"IPM.DistList"},
+                {{L"Created", LocalText(Utc(2026, 2, 1, 8)), {PR_CREATION_TIME, Utc(2026, 2, 1, 8)}}});
     ExpectBothWays({.messageClass = L"IPM.DistList"},
                    {{L"DL Name", L"Suppliers", {sets::kAddress, 0x8053, L"Suppliers"}},
                     {L"Marked For Download", L"2", {sets::kCommon, 0x8511, 2}},

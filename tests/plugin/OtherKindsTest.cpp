@@ -28,6 +28,8 @@ TEST_F(OtherKindsTest, ANotesFieldsAreReadAndThreeOfThemWritten) {
                    {L"Body", L"Form Name", L"Message Class", L"Subject"});
     ExpectUnreadable({L"To", L"ID", L"Importance", L"Size", L"Saved", L"color"});
     ExpectUnwritable({L"Subject", L"Form Name", L"Message Class", L"Contacts", L"Importance"});
+    ExpectShown({.messageClass = L"IPM.StickyNote"},
+                {{L"Created", LocalText(Utc(2026, 2, 1, 8)), {PR_CREATION_TIME, Utc(2026, 2, 1, 8)}}});
     ExpectBothWays({.messageClass = L"IPM.StickyNote", .body = L"one\r\ntwo"},
                    {{L"Color", L"4", {sets::kNote, 0x8B00, 4}}});
     // Outlook gives no MAPI view of an open note, so that its body is read as it was saved.
@@ -85,17 +87,21 @@ TEST_F(OtherKindsTest, APostsFieldsAreReadFromTheirProperties) {
                     L"Sensitivity", L"Subject"},
                    {L"Body", L"Conversation Index", L"Conversation Topic", L"EntryID", L"Form Name",
                     L"Importance", L"Is Conflict", L"Message Class", L"Saved", L"Unread"});
-    ExpectShown({.messageClass = L"IPM.Post", .body = L"text"},
-                {{L"Body Format", L"Plain Text"},
-                 {L"Expires", DateAsShown(L"4/1/2026 10:00 AM"), {PR_EXPIRY_TIME, Utc(2026, 4, 1, 10)}},
-                 {L"Last Modification Time",
-                  DateAsShown(L"2/2/2026 9:00 AM"),
-                  {PR_LAST_MODIFICATION_TIME, Utc(2026, 2, 2, 9)}},
-                 {L"Sent On", LocalText(Utc(2026, 3, 1, 9)), {PR_CLIENT_SUBMIT_TIME, Utc(2026, 3, 1, 9)}},
-                 {L"Size", DateAsShown(L"3/1/2026 9:00 AM")}, // the same date under this name
-                 {L"Sender Name", L"Service North", {PR_SENDER_NAME_W, L"Service North"}},
-                 {L"Is Marked As Task", L"False"},
-                 {L"Task Due Date", L"None"}});
+    ExpectShown(
+        {.messageClass = L"IPM.Post", .body = L"text"},
+        {{L"Body Format", L"Plain Text"},
+         {L"Expires", DateAsShown(L"4/1/2026 10:00 AM"), {PR_EXPIRY_TIME, Utc(2026, 4, 1, 10)}},
+         {L"Last Modification Time",
+          DateAsShown(L"2/2/2026 9:00 AM"),
+          {PR_LAST_MODIFICATION_TIME, Utc(2026, 2, 2, 9)}},
+         {L"Last Modified", LocalText(Utc(2026, 2, 2, 9))},
+         {L"Creation Time", LocalText(Utc(2026, 2, 1, 8)), {PR_CREATION_TIME, Utc(2026, 2, 1, 8)}},
+         {L"Received Time", LocalText(Utc(2026, 3, 1, 10)), {PR_MESSAGE_DELIVERY_TIME, Utc(2026, 3, 1, 10)}},
+         {L"Sent On", LocalText(Utc(2026, 3, 1, 9)), {PR_CLIENT_SUBMIT_TIME, Utc(2026, 3, 1, 9)}},
+         {L"Size", DateAsShown(L"3/1/2026 9:00 AM")}, // the same date under this name
+         {L"Sender Name", L"Service North", {PR_SENDER_NAME_W, L"Service North"}},
+         {L"Is Marked As Task", L"False"},
+         {L"Task Due Date", L"None"}});
     ExpectUnreadable({L"ID", L"Entry ID", L"Company", L"Mark As Task", L"Class"});
     ExpectShown({.messageClass = L"IPM.Post"},
                 {{L"HTML Body", L"<p>\u00fc</p>", {kPrHtml, Bytes{'<', 'p', '>', 0xFC, '<', '/', 'p', '>'}}},
@@ -157,7 +163,8 @@ TEST_F(OtherKindsTest, AMeetingsFieldsAreReadFromTheirProperties) {
          {L"Is Submitted", L"False"},
          {L"Last Modifier Name", L"Front Desk", {kPrLastModifierName, L"Front Desk"}},
          {L"Received", DateAsShown(L"3/1/2026 10:00 AM"), {PR_MESSAGE_DELIVERY_TIME, Utc(2026, 3, 1, 10)}},
-         {L"Reminder Set", L"True", {sets::kCommon, 0x8503, true}}});
+         {L"Reminder Set", L"True", {sets::kCommon, 0x8503, true}},
+         {L"Sent On", LocalText(Utc(2026, 3, 1, 9)), {PR_CLIENT_SUBMIT_TIME, Utc(2026, 3, 1, 9)}}});
     ExpectUnreadable({L"Sent Date", L"EntryID", L"Company", L"Unread", L"Is Marked As Task"});
     ExpectWrites({{L"Body", L"Hello", L"Hello"},
                   {L"Expiry Time", L"None", L"None"},
